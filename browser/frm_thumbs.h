@@ -1,0 +1,39 @@
+// The dialog "Busca Imagens" in which the player chooses the picture of a new game.
+// Lengths are twips.
+#pragma once
+#include "browser/thumbs_ctl.h"
+#include "platform/folder_lists.h"
+#include "platform/form.h"
+#include "shell/uc_firefox_wait.h"
+
+class frmMain;
+
+class frmThumbs : public Form {
+public:
+    explicit frmThumbs(frmMain& main);
+
+    DriveListBox Drive1{"Drive1"};
+    DirListBox Dir1{"Dir1"};
+    SkinLabel Label1{"Label1"};
+    ThumbsCtl ThumbsCtl1{"ThumbsCtl1", Label1};
+    ucFirefoxWait ucFirefoxWait1{"ucFirefoxWait1"};
+    CommandButton cmdVoltar{"cmdVoltar", "&Cancelar"};
+    CommandButton Command1{"Command1", "&OK"};
+
+    void Form_Activate();
+    void Form_Unload();
+    void Drive1_Change();
+    void Dir1_Change();
+    void Command1_Click();
+    void cmdVoltar_Click();
+
+    // The chosen picture becomes a game; the dialog is unloaded at the end, game or not.
+    void StartGame(int16_t& PicIndex, std::string& Filename);
+
+    // True once a game was started from this dialog.
+    bool GameStarted() const { return gameStarted_; }
+
+private:
+    frmMain& main_;
+    bool gameStarted_ = false;
+};

@@ -1,0 +1,46 @@
+# Compiler settings and the two helpers with which every folder declares its part.
+include_guard(GLOBAL)
+
+find_program(CCACHE_PROGRAM ccache)
+if(CCACHE_PROGRAM AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE_PROGRAM})
+endif()
+
+if(NOT MSVC)
+  add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wno-float-conversion)
+  if(FENTO_WARNINGS_AS_ERRORS)
+    add_compile_options(-Werror)
+  endif()
+endif()
+
+# A library of this folder: every source named, headers found as "folder/header.h".
+function(fento_library name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_library(${name} STATIC ${ARG_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${ARG_LIBS})
+endfunction()
+
+# A test program, its cases known to CTest one by one.
+function(fento_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE FENTO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()
+
+function(existing out)
+  set(found)
+  foreach(f ${ARGN})
+    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${f})
+      list(APPEND found ${f})
+    endif()
+  endforeach()
+  if(NOT found)
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${out}_empty.cpp "")
+    set(found ${CMAKE_CURRENT_BINARY_DIR}/${out}_empty.cpp)
+  endif()
+  set(${out} ${found} PARENT_SCOPE)
+endfunction()

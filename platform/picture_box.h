@@ -1,0 +1,47 @@
+// A box that keeps its own image; also the plain container of other controls.
+#pragma once
+#include "platform/control.h"
+#include "platform/surface.h"
+
+class PictureBox : public Control, private SurfaceListener {
+public:
+    explicit PictureBox(std::string name, ScaleMode inner = ScaleMode::Pixel);
+
+    // The persistent image, as large as the box in pixels. A new size clears it.
+    // Refresh of the image brings what was drawn to the screen.
+    Surface Image;
+
+    // BackColor clears the image to the colour. A desktop colour is resolved.
+    Color BackColor() const { return backColor_; }
+    void SetBackColor(Color color);
+
+    Border BorderStyle() const { return border_; }
+    void SetBorder(Border border);
+
+    // Several controls bear one name in an array; -1 outside an array.
+    MouseHandler MouseDown, MouseMove, MouseUp;
+    Handler Click, DblClick;
+
+    // The way in for a backend, in the order the desktop saw things. A double click
+    // is press, release, press, double click, release: the second press is delivered
+    // as a press too, before DblClick. While a button is down the box gets every move
+    // and every further press and release, inside or outside. `button` of a move is
+    // the sum of the buttons down. Nothing arrives while the box is disabled.
+    void DeliverMouseDown(int16_t button, int16_t shift, float x, float y);
+    void DeliverMouseMove(int16_t button, int16_t shift, float x, float y);
+    void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
+    void DeliverClick();
+    void DeliverDblClick();
+
+    // Lets the player drag the box about its container as if by a title bar until the
+    // button goes up; returns then. Called from within a MouseDown handler.
+    void DragAsWindow();
+
+protected:
+    void Resized() override;
+
+private:
+    void SurfaceRefreshed(const Region& damage) override;
+    Color backColor_ = ButtonFaceColor;
+    Border border_ = Border::None;
+};

@@ -1,0 +1,34 @@
+// Rules of play that need no window: the lattice, home, completion, the move to show.
+#pragma once
+#include <cstdint>
+#include <optional>
+
+#include "platform/geometry.h"
+
+namespace PuzzleModule {
+
+// The pitch on which drops land: CellSize \ TileUnit, 11 pixels at every size.
+int SnapPitch();
+
+// `value` on the lattice: round(value / p) x p, not narrowed.
+double OnLattice(double value);
+
+// Element of the first piece at Col 0, Row 0 with Rotation 0, or -1.
+int UprightTopLeft();
+
+// Fits every piece to the lattice and clears all group marks.
+void SettlePieces();
+
+// True if the piece stands upright where it belongs relative to the reference point.
+bool IsHome(int index, int RefX, int RefY);
+
+// True if every piece does.
+bool IsComplete(int16_t RefX, int16_t RefY);
+
+// The two frames of one move worth making: the place, then the piece. Nothing if all is in place.
+struct ShownMove {
+    Rect Place, Piece;
+};
+std::optional<ShownMove> MoveToShow();
+
+}  // namespace PuzzleModule

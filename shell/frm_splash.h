@@ -1,0 +1,19 @@
+// The splash that opens the program and drives the start-up.
+#pragma once
+#include "platform/form.h"
+#include "platform/simple_controls.h"
+
+class frmMain;
+
+class FrmSplash : public Form {
+public:
+    explicit FrmSplash(frmMain& main);
+    Label Label8{"Label8"};
+    void Form_Load();
+    void Form_Activate();
+    void Form_MouseDown(int16_t Button, int16_t Shift, float X, float Y);
+
+private:
+    frmMain& main_;
+    bool Activated = false;
+};

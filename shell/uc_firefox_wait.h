@@ -1,0 +1,53 @@
+// A small ring of eight dots that turns while the program is busy and stands grey while it is not.
+#pragma once
+#include "platform/control.h"
+#include "platform/picture_box.h"
+#include "platform/property_bag.h"
+#include "platform/timer.h"
+
+class ucFirefoxWait : public Control {
+public:
+    explicit ucFirefoxWait(std::string name);
+    ~ucFirefoxWait() override;
+
+    int32_t AnimationSpeed() const { return animationSpeed_; }  // milliseconds between frames
+    void SetAnimationSpeed(int32_t l_Milliseconds);
+    Color BackColor() const { return backColor_; }
+    void SetBackColor(Color l_BackColor);  // a negative one becomes the desktop's button face
+    bool IsPlaying() const { return isPlaying_; }
+    void SetIsPlaying(bool bPlaying);      // the field only: neither starts nor stops anything
+    void PlayWait();
+    void StopWait();
+
+    // The container's calls.
+    void UserControl_InitProperties();
+    void UserControl_ReadProperties(const PropertyBag& PropBag);
+    void UserControl_WriteProperties(PropertyBag& PropBag) const;
+    void UserControl_Resize();
+    void UserControl_Show();
+    std::function<void(const std::string& property)> PropertyChanged;
+
+    PictureBox picDestination{"picDestination"};  // 16 x 16 pixels, what the player sees
+    Timer tmrPlay{"tmrPlay", 100};
+    Surface picSource, picOriginal;               // the strip, with and without the colour behind the dots
+
+    int32_t FrameIndex = 0;  // last frame shown, 0 to 7
+
+    static constexpr int FrameSide = 16, FrameCount = 9, IdleFrame = 8;
+    static Surface BuildStrip();  // 144 x 16 on magenta
+
+protected:
+    void Resized() override { UserControl_Resize(); }
+
+private:
+    void ApplyBackColor();
+    void DrawNextFrame();
+    void DrawIdleFrame();
+    void DrawFrame(int frame);
+    static void ReplaceColor(Surface& picture, Color ColorFrom, Color ColorTo);
+
+    Color defaultBackColor_ = 0;
+    Color backColor_ = 0;
+    bool isPlaying_ = false;
+    int32_t animationSpeed_ = 100;
+};
