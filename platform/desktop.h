@@ -50,7 +50,8 @@ public:
     virtual void DragBox(PictureBox& box) = 0;
     virtual void DragForm(Form& form) = 0;
 
-    // The message loop.
+    // The message loop. Run delivers events, timers and paints until the program ends.
+    virtual void Run() = 0;
     virtual void DoEvents(Yield yield) = 0;
     virtual void TimerChanged(Timer& timer, bool dying) = 0;
     virtual double SteadySeconds() = 0;             // of a clock that never jumps

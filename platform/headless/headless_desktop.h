@@ -76,6 +76,7 @@ public:
     void AwaitState(Form& form, WindowState state) override;
     void DragBox(PictureBox& box) override;
     void DragForm(Form& form) override;
+    void Run() override;  // runs pending events until none is left
     void DoEvents(Yield yield) override;
     void TimerChanged(Timer& timer, bool dying) override;
     double SteadySeconds() override;
