@@ -29,8 +29,10 @@ public:
     Surface(int width, int height, Pixel background = WhitePixel);
     Surface(const Surface&) = delete;  // pixels are moved about by raster operations, never by accident
     Surface& operator=(const Surface&) = delete;
-    Surface(Surface&&) noexcept = default;
-    Surface& operator=(Surface&&) noexcept = default;
+    // Size, background and pixels move; a listener stays with its surface. What is left
+    // behind has no size. To the one that takes over it counts as drawing the whole.
+    Surface(Surface&& other) noexcept;
+    Surface& operator=(Surface&& other) noexcept;
 
     int Width() const { return width_; }
     int Height() const { return height_; }
@@ -68,7 +70,11 @@ public:
     // The same for a caller that writes every stored pixel: new storage is not filled first.
     Pixel* DrawAll();
 
-    // Grows with every drawing operation. Whoever remembers it can tell whether
+    // Notes a drawing operation that left every pixel of `area` as it was, such as
+    // background laid on background: damage and revision, but no storage.
+    void Touch(const Rect& area);
+
+    // Grows with every drawing operation, and is never the same for two surfaces. Whoever remembers it can tell whether
     // somebody else has drawn since.
     uint64_t Revision() const { return revision_; }
 
