@@ -57,6 +57,8 @@ public:
     std::function<void(int Index)> FigureClick, FrameClick, FigureDblClick;
     std::function<void(int Index, int16_t Button, int16_t Shift, float X, float Y)> FigureMouseDown, FigureMouseMove,
         FigureMouseUp;
+    // The wheel, in notches: positive towards the top and the left, as turned away from the player.
+    std::function<void(int notchesX, int notchesY)> Wheel;
 
     // The way in for a backend, in pixels of the sheet. A click is a press and a release
     // on the same part of the same cell; a double click comes after the click it follows.
@@ -64,6 +66,9 @@ public:
     void DeliverMouseMove(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
     void DeliverDblClick(float x, float y);
+    void DeliverWheel(int notchesX, int notchesY) {
+        if (Wheel) Raise(*this, [this, notchesX, notchesY] { Wheel(notchesX, notchesY); });
+    }
 
 private:
     std::deque<Cell> cells_;
