@@ -1,0 +1,132 @@
+// Makes the program's icon: make_icon FOLDER writes fento-lira-master-16.png, -32.png, -48.png
+// and fento-lira-master.ico with all three.
+//
+// One piece of a picture of the sun over the sea. Each size has whole-pixel measures of its
+// own: a large icon made smaller would blur. fento-lira-master.svg shows the same piece.
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+#include "paint/paint.h"
+
+using namespace paint;
+
+namespace {
+
+// Measures of one size, in pixels.
+struct Plan {
+    int size;
+    Vec from, to;      // the piece's body
+    double corner;     // its rounding
+    Vec top, right;    // centres of the knobs
+    double knob;       // their radius
+    Vec left, bottom;  // centres of the sockets
+    double socket;     // their radius
+    double neck;       // half the width of every neck
+    double rim;        // width of the dark outline
+    double horizon;    // where the sea begins
+    Vec sun;
+    double sunRadius;
+};
+
+// clang-format off
+constexpr std::array<Plan, 3> Plans = {{
+    {16, {1,  5}, {12, 16}, 1.0, { 6.5, 3.5}, {13.0, 10.5}, 2.5, {1.2, 10.5}, { 6.5, 15.8}, 1.5, 1.5, 1.0, 12, { 8.5,  8.5}, 1.5},
+    {32, {2,  9}, {24, 31}, 2.0, {13.0, 5.5}, {27.5, 20.0}, 4.5, {5.0, 20.0}, {13.0, 28.0}, 3.2, 3.0, 2.0, 21, {17.0, 16.0}, 3.2},
+    {48, {3, 14}, {36, 47}, 3.0, {19.5, 8.0}, {41.5, 30.5}, 6.5, {7.5, 30.5}, {19.5, 42.5}, 4.8, 3.6, 2.0, 32, {25.5, 24.5}, 5.0},
+}};
+// clang-format on
+
+double Piece(const Plan& k, Vec p) {
+    double d = Box(p, k.from, k.to, k.corner);
+    d = std::min({d, Circle(p, k.top, k.knob), Segment(p, k.top, {k.top.x, k.from.y + 2}, k.neck)});
+    d = std::min({d, Circle(p, k.right, k.knob), Segment(p, k.right, {k.to.x - 2, k.right.y}, k.neck)});
+    const double gap =
+        std::min({Circle(p, k.left, k.socket), Segment(p, k.left, {k.from.x - 1, k.left.y}, k.neck * 0.8),
+                  Circle(p, k.bottom, k.socket), Segment(p, k.bottom, {k.bottom.x, k.to.y + 1}, k.neck * 0.8)});
+    return std::max(d, -gap);
+}
+
+Rgb Scene(const Plan& k, Vec p) {
+    const double t = p.y / k.size;
+    Rgb c = p.y < k.horizon ? Ramp({Hex(0xe4572e), Hex(0xf08a24), Hex(0xf9bf4d)}, t / (k.horizon / k.size))
+                            : Ramp({Hex(0x5468c4), Hex(0x35438f)}, (p.y - k.horizon) / (k.size - k.horizon));
+    c = Mix(c, Hex(0xfff6d8), Clamp01(0.5 - Circle(p, k.sun, k.sunRadius)));
+    if (k.size > 16 && p.y > k.horizon && std::abs(p.x - k.sun.x) < k.sunRadius && int(p.y - k.horizon) % 3 == 1)
+        c = Mix(c, Hex(0xfbd58e), 0.7);
+    return c;
+}
+
+// Eight bits of red, green, blue and opacity a pixel, 64 points to the pixel.
+std::string Pixels(const Plan& k) {
+    std::string out;
+    auto byte = [&out](double v) { out += char(uint8_t(Clamp01(v) * 255 + 0.5)); };
+    for (int y = 0; y < k.size; ++y) {
+        out += '\0';  // the row is not filtered
+        for (int x = 0; x < k.size; ++x) {
+            Rgb sum;
+            double cover = 0;
+            for (int i = 0; i < 64; ++i) {
+                const Vec p{x + (i % 8 + 0.5) / 8, y + (i / 8 + 0.5) / 8};
+                const double d = Piece(k, p);
+                if (d > 0) continue;
+                cover += 1;
+                sum = sum + (d > -k.rim ? Hex(0x2a2350) : Scene(k, p));
+            }
+            const Rgb c = cover > 0 ? sum * (1 / cover) : Rgb{};
+            byte(c.r), byte(c.g), byte(c.b), byte(cover / 64);
+        }
+    }
+    return out;
+}
+
+std::string Big32(uint32_t v) { return {char(v >> 24), char(v >> 16 & 255), char(v >> 8 & 255), char(v & 255)}; }
+std::string Little(uint32_t v, int bytes) {
+    std::string out;
+    for (int i = 0; i < bytes; ++i) out += char(v >> 8 * i & 255);
+    return out;
+}
+
+std::string PngChunk(const std::string& body) {  // `body` with its four letters in front
+    uint32_t crc = 0xffffffffu;
+    for (char c : body) {
+        crc ^= uint8_t(c);
+        for (int i = 0; i < 8; ++i) crc = crc >> 1 ^ (crc & 1 ? 0xedb88320u : 0);
+    }
+    return Big32(uint32_t(body.size() - 4)) + body + Big32(~crc);
+}
+
+// The rows are stored without compression: a few kilobytes, and no library.
+std::string Png(const Plan& k) {
+    const std::string rows = Pixels(k);
+    uint32_t a = 1, b = 0;
+    for (char c : rows) a = (a + uint8_t(c)) % 65521, b = (b + a) % 65521;
+    const std::string stream = std::string("\x78\x01\x01", 3) + Little(uint32_t(rows.size()), 2) +
+                               Little(~uint32_t(rows.size()), 2) + rows + Big32(b << 16 | a);
+    const std::string head =
+        "IHDR" + Big32(uint32_t(k.size)) + Big32(uint32_t(k.size)) + std::string("\x08\x06\0\0\0", 5);
+    return "\x89PNG\r\n\x1a\n" + PngChunk(head) + PngChunk("IDAT" + stream) + PngChunk("IEND");
+}
+
+bool Write(const std::string& path, const std::string& bytes) {
+    return bool(std::ofstream(path, std::ios::binary).write(bytes.data(), std::streamsize(bytes.size())).flush());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 2) return std::fprintf(stderr, "make_icon FOLDER\n"), 2;
+    const std::string base = std::string(argv[1]) + "/fento-lira-master";
+    std::string directory = Little(0, 2) + Little(1, 2) + Little(Plans.size(), 2), images;
+    bool good = true;
+    for (const Plan& plan : Plans) {
+        const std::string png = Png(plan);
+        good = good && Write(base + "-" + std::to_string(plan.size) + ".png", png);
+        directory += Little(uint32_t(plan.size), 1) + Little(uint32_t(plan.size), 1) + Little(0, 2) + Little(1, 2) +
+                     Little(32, 2);
+        directory += Little(uint32_t(png.size()), 4) + Little(uint32_t(6 + 16 * Plans.size() + images.size()), 4);
+        images += png;
+    }
+    return good && Write(base + ".ico", directory + images) ? 0 : 1;
+}
