@@ -34,6 +34,9 @@ public:
     bool GameStarted() const { return gameStarted_; }
 
 private:
+    void BuildControls();
+    void BindHandlers();
+
     frmMain& main_;
     bool gameStarted_ = false;
 };

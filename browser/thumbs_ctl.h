@@ -5,10 +5,15 @@
 //   browser/thumbs_scan.cpp       ScanPath, BuildThumbs, thumbnails, tooltips
 //   browser/thumbs_layout.cpp     the outer geometry and scrolling
 #pragma once
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "browser/c_pic_scroll.h"
 #include "platform/cell_sheet.h"
+#include "platform/picture.h"
 #include "platform/picture_box.h"
 #include "platform/property_bag.h"
 #include "platform/scroll_bar.h"
@@ -32,16 +37,16 @@ public:
     void SetForeColor(const Color& cColor);
     bool ImageToolTip() const { return ShowToolTips; }
     void SetImageToolTip(bool newToolTipImg);
-    std::string ItemIndex() const;                                  // decimal text of the selected item's number
+    std::string ItemIndex() const;                                    // decimal text of the selected item's number
     std::optional<std::string> ItemData(const int16_t& Index) const;  // path of an item; nothing outside the list
-    int16_t ListCount() const;
+    int16_t ListCount() const;                                        // at most 32767, however long the list
     const std::string& Path() const { return StoredPath; }
     void SetPath(std::string sPath);
     void RemoveItem(int16_t Index);
     void ScanPath(std::string& Path);
 
-    // Events.
-    std::function<void(int16_t& PicIndex, std::string& Filename)> ImageClick, ImageDblClick;
+    // Events. `Filename` of the first two is the list's element itself; it outlives the handler.
+    std::function<void(int16_t&PicIndex, std::string&Filename)> ImageClick, ImageDblClick;
     using ItemMouseHandler = std::function<void(int16_t& PicIndex, int16_t& Button, int16_t& Shift, float& X, float& Y,
                                                 std::string& Filename)>;
     ItemMouseHandler ImageMouseDown, ImageMouseMove, ImageMouseUp;
@@ -63,6 +68,7 @@ public:
     void imgFigura_DblClick(int Index);
     void scrThumbs_Change();
     void scrThumbs_Scroll();
+    void picInterior_Wheel(int notchesY);  // a row of the sheet for each notch
 
     // A bar's range with its steps; a negative MaxValue becomes 0, one of 32000 and more leaves Max.
     static void SetBarRange(ScrollBar& Bar, int32_t& MaxValue, int16_t SmallStep, int32_t LargeStep);
@@ -74,30 +80,42 @@ protected:
     void Resized() override { UserControl_Resize(); }
 
 private:
+    // Cells that are missing are built, the sheet and the bar follow. Yields after each cell.
     void BuildThumbs();
-    void BuildCell(int k, int rowStart, int column, int cols);
+    void BuildCell(int k, int cols);
     bool LoadOriginal(int k);
     void FitThumb(int16_t MaxHeight, int16_t MaxWidth);
     void DrawThumb(int16_t W, int16_t H, int Index);
-    std::string ToolTipFor(int k) const;
+    void PlaceCell(int k, int cols);
+    void SizeSheet(int cols);
+    std::string SizeText() const;
+    std::optional<std::string> ToolTipFor(int k) const;
+    void SetToolTips(int k, const std::string& text);
+    void SetFrameColor(int Index, Color color);
     void RaiseItemMouse(const ItemMouseHandler& event, int Index, int16_t Button, int16_t Shift, float X, float Y);
     static void ScrollSheet(ScrollBar& Bar, CellSheet& Sheet);
     int ColumnsNow() const;
+    bool FormIsGone();
+    int LastItem() const { return int(Files.size()) - 1; }
+    bool IsItem(int Index) const { return Index >= 0 && Index <= LastItem(); }
 
     Label& waitLabel_;
-    std::vector<std::string> Files{1};  // element 0 always empty
-    std::vector<std::string> Sizes;
+    // Element 0 is always empty. Shared, so that an event can hand out the element itself
+    // and its handler may still empty the list.
+    std::vector<std::shared_ptr<std::string>> Files;
+    std::vector<std::string> Sizes;  // only ever grows; an element is written with its cell
     int16_t SelIndex = 0;
     int16_t HiliteIndex = 0;
     std::string StoredPath;
     Color StoredBackColor = 0x808080;
     Color StoredForeColor = 0xC0C0C0;
     int16_t ColumnCount = 1;
-    int32_t ColumnMode = 0;
+    int32_t ColumnMode = 0;  // 0: as many columns as the sheet has room for; else ColumnCount
     bool ShowToolTips = true;
     std::unique_ptr<cPicScroll> Scroller;
 
-    // picOriginal: the last picture that decoded; imgTeste2: its stretched twin, whose size is the thumbnail's.
+    // picOriginal: the last picture that decoded. Its stretched twin imgTeste2 is no more than
+    // a size, that of the thumbnail.
     std::optional<Picture> picOriginal;
     double imgTeste2Width = 1635, imgTeste2Height = 1500;
 };

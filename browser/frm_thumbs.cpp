@@ -1,0 +1,127 @@
+// The picture dialog: drives and folders on the left, the thumbnails of the current folder
+// on the right, a ring and a text that show a running scan.
+//
+// A scan runs inside Form_Activate or a list's Change and yields, so every handler here
+// can run within it: another folder, a start, the end of the dialog. All of them stand on
+// the stack of the command that opened the dialog and have returned before it goes.
+#include "browser/frm_thumbs.h"
+
+#include <array>
+
+#include "core/frm_main.h"
+#include "core/game_state.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/numbers.h"
+
+namespace {
+constexpr double ClientWidth = 10650, ClientHeight = 3990;
+constexpr Color White = 0xFFFFFF;
+}  // namespace
+
+frmThumbs::frmThumbs(frmMain& main)
+    : Form("frmThumbs", "Busca Imagens", ScaleMode::Twip, FormBorder::FixedDialog), main_(main) {
+    SetBackColor(WindowColor);
+    Place(0, 0, ClientWidth, ClientHeight);
+    CenterOnScreen();
+    BuildControls();
+    BindHandlers();
+}
+
+void frmThumbs::BuildControls() {
+    struct Row {
+        Control& control;
+        double left, top, width, height;
+    };
+    // In tab order.
+    const std::array<Row, 7> table{{
+        {Drive1, 105, 90, 2715, 315},
+        {Dir1, 105, 405, 2685, 3015},
+        {cmdVoltar, 8175, 3555, 1125, 345},
+        {ThumbsCtl1, 2835, 60, 7650, 3420},
+        {ucFirefoxWait1, 195, 3585, 240, 240},
+        {Label1, 540, 3585, 1815, 210},
+        {Command1, 9360, 3540, 1125, 345},
+    }};
+
+    PropertyBag thumbs, wait;
+    thumbs.WriteProperty("BackColor", White, int32_t(0x808080));
+    ThumbsCtl1.UserControl_ReadProperties(thumbs);
+    wait.WriteProperty("BackColor", White, int32_t(0));
+    ucFirefoxWait1.UserControl_ReadProperties(wait);
+    Label1.SetCaption("Por favor, Aguarde...");
+    Label::LabelLook look = Label1.Look();
+    look.font = {8.25, true, false};
+    Label1.SetLook(look);
+    Label1.SetVisible(false);
+    Drive1.SetAccessibleName("Unidades");
+    Dir1.SetAccessibleName("Pastas");
+
+    for (size_t i = 0; i < table.size(); ++i) {
+        const Row& row = table[i];
+        AddChild(row.control);
+        row.control.SetTabIndex(int(i));
+        row.control.Place(row.left, row.top, row.width, row.height);
+    }
+    // The keys reach the thumbnails through their bar.
+    ThumbsCtl1.scrThumbs.SetTabIndex(ThumbsCtl1.TabIndex());
+}
+
+void frmThumbs::BindHandlers() {
+    OnLoad = [this] { ucFirefoxWait1.UserControl_Show(); };
+    OnActivate = [this] { Form_Activate(); };
+    OnUnload = [this] { Form_Unload(); };
+    Drive1.Change = [this] { Drive1_Change(); };
+    Dir1.Change = [this] { Dir1_Change(); };
+    ThumbsCtl1.ImageDblClick = [this](int16_t& PicIndex, std::string& Filename) { StartGame(PicIndex, Filename); };
+    Command1.Click = [this] { Command1_Click(); };
+    cmdVoltar.Click = [this] { cmdVoltar_Click(); };
+}
+
+// Yields once by itself, and all through the scan that a change of drive or folder starts.
+void frmThumbs::Form_Activate() {
+    PuzzleModule::ThumbsOpen = true;
+    main_.Skin1.ApplySkin(*this);
+    DoEvents();
+    if (IsUnloaded()) return;  // closed before it stood
+    // Both lists raise Change if they move; a drive that is not listed stays where it is.
+    Drive1.SetDrive(AppPath());
+    const std::optional<std::string> pictures = FindIgnoringCase(PuzzleModule::AppFolder, "Imagens");
+    if (pictures && FolderExists(*pictures)) Dir1.SetPath(*pictures);
+}
+
+void frmThumbs::Drive1_Change() {
+    if (!Dir1.SetPath(Drive1.Drive())) Drive1.SetDrive(Dir1.Path());
+}
+
+// Can run inside itself: a further change of folder comes in at the yield here or at one of
+// the scan's. The inner scan ends first, and the outer one stops then.
+void frmThumbs::Dir1_Change() {
+    DoEvents();
+    ucFirefoxWait1.PlayWait();
+    ThumbsCtl1.Clear();
+    std::string folder = Dir1.Path();
+    ThumbsCtl1.ScanPath(folder);
+    ucFirefoxWait1.StopWait();
+}
+
+void frmThumbs::Command1_Click() {
+    int16_t PicIndex = 0;
+    Store(PicIndex, std::stoi(ThumbsCtl1.ItemIndex()));
+    std::string Filename = ThumbsCtl1.ItemData(PicIndex).value_or("");
+    if (Filename.empty()) {
+        // "imagemna" is how the message reads.
+        MsgBox("Primeiro selecione uma imagemna lista");
+        return;
+    }
+    StartGame(PicIndex, Filename);
+}
+
+void frmThumbs::cmdVoltar_Click() { Unload(); }
+
+void frmThumbs::Form_Unload() { PuzzleModule::ThumbsOpen = false; }
+
+void frmThumbs::StartGame(int16_t& /*PicIndex*/, std::string& Filename) {
+    gameStarted_ = main_.StartGame(Filename, [this] { Hide(); });
+    Unload();
+}
