@@ -5,6 +5,9 @@
 // element 0 is a hidden template whose size and colour new cells copy.
 #pragma once
 #include <deque>
+#include <map>
+#include <utility>
+#include <vector>
 
 #include "platform/control.h"
 #include "platform/surface.h"
@@ -37,8 +40,11 @@ public:
     Cell& Load();
     // Removes every cell but element 0.
     void UnloadAll();
+    // Where a part lies, in whole pixels of the sheet.
+    static Rect FramePixels(const Cell& cell);
+    static Rect FigurePixels(const Cell& cell);
 
-    // Write access; the cell is painted anew.
+    // Write access, for use at once; the cell is painted anew.
     Cell& Change(int index);
 
     Color BackColor() const { return backColor_; }
@@ -50,7 +56,10 @@ public:
         Part part = Part::None;
         double x = 0, y = 0;  // pixels, relative to that part's corner
     };
-    // The visible part under a point of the sheet, in pixels of the sheet.
+    // The visible part under a point of the sheet, in pixels of the sheet. Every figure lies
+    // in front of every frame; of two of a kind the lower number lies in front. Edges are
+    // rounded to whole pixels as they are painted (ToPixelRect). Looks at the cells of
+    // one band of the sheet only.
     Hit HitCell(double x, double y) const;
     std::string ToolTipAt(double x, double y) const;
 
@@ -73,5 +82,21 @@ public:
 private:
     std::deque<Cell> cells_;
     Color backColor_ = 0x808080;
-    Hit pressed_;
+    Hit pressed_;          // where the button went down
+    bool clicks_ = false;  // the next release may be a click
+    int16_t held_ = 0;     // buttons down
+
+    // Cells by horizontal bands of the sheet, brought up to date when somebody asks.
+    using Span = std::pair<int, int>;  // first and last band; empty if first > last
+    Span SpanOf(const Cell& cell) const;
+    void NoteChange(int index);
+    void RefreshBands() const;
+    void Enlist(int index, const Span& span) const;
+    void Strike(int index, const Span& span) const;
+    void TryCell(int index, double x, double y, Hit& best) const;
+    Hit OnPressedFigure(float x, float y) const;
+    mutable std::map<int, std::vector<int>> bands_;
+    mutable std::vector<int> tall_;  // cells over too many bands to list them in each
+    mutable std::vector<Span> spans_;
+    mutable std::vector<int> changed_;
 };

@@ -18,7 +18,15 @@
 
 class Form;
 
+// The scoped name Pixel is also the name of a type; GCC takes that for shadowing.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+#endif
 enum class ScaleMode { Pixel, Twip };
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
 enum class Border { None, Single, Thin };
 
 // Mouse events: Button 1 left, 2 right, 4 middle, 8 and 16 further ones; Shift 1 Shift,
@@ -94,12 +102,21 @@ public:
 protected:
     // Called after Width or Height took another value.
     virtual void Resized() {}
+    // Called after the control came into a container, whose scale counts from now on.
+    virtual void Adopted() {}
+    // Place without a word to the peer, for what the desktop itself has done.
+    bool PlaceQuietly(double left, double top, double width, double height);
+    double ContainerUnitsPerPixel() const;
+    // Peers of this control and all below it: containers before their children, children
+    // back to front; away again in the opposite order.
+    void CreatePeers();
+    void DropPeers();
     void Tell(Aspect aspect) {
         if (peer_) peer_->Mirror(aspect);
     }
 
 private:
-    double ContainerUnitsPerPixel() const;
+    bool Settle(double left, double top, double width, double height, bool tell);
 
     std::string name_, accessibleName_, toolTip_;
     ScaleMode inner_;
@@ -112,6 +129,17 @@ private:
     std::unique_ptr<Peer> peer_;
 };
 
-// Runs a handler on behalf of `control`: keeps its form alive until the handler has
-// returned, and drops the call if control or form is disabled, unloaded or hidden.
+// Edges are rounded, not sizes, so that what touches in the container's units touches in
+// pixels too. A half goes right and down.
+Rect ToPixelRect(double left, double top, double width, double height, double unitsPerPixel);
+
+// False if the control, a container of it or its form is disabled or hidden, or the form
+// unloaded: nothing the player does arrives then.
+bool AcceptsInput(Control& control);
+
+// Runs a handler for something the player did: keeps the form alive until the handler has
+// returned, and drops the call unless the control accepts input.
 void Raise(Control& control, const Handler& handler);
+
+// The same for something the program itself did, such as a new Value of a bar: runs in any state.
+void RaiseFromProgram(Control& control, const Handler& handler);

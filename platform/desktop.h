@@ -42,7 +42,12 @@ public:
     virtual std::unique_ptr<Peer> CreatePeer(Control& control) = 0;
     virtual std::unique_ptr<Peer> CreateMenuPeer(Form& form, MenuItem& item) = 0;
 
-    // Windows. RunModal returns when the form is no longer shown.
+    // Windows. The form counts as shown (IsShown) before ShowForm or RunModal is called and no
+    // longer when HideForm is. RunModal shows the window itself (there is no ShowForm before
+    // it) and returns when the form is no longer shown. ShowForm of a form that is shown brings
+    // it to the front. A form shown in the state Maximized gets its size by DeliverResize
+    // before ShowForm returns, if the desktop can tell it. HideForm may come for a form
+    // whose derived part is gone already, or one that the desktop does not know.
     virtual void ShowForm(Form& form) = 0;
     virtual void RunModal(Form& form) = 0;
     virtual void HideForm(Form& form) = 0;
@@ -54,11 +59,11 @@ public:
     virtual void Run() = 0;
     virtual void DoEvents(Yield yield) = 0;
     virtual void TimerChanged(Timer& timer, bool dying) = 0;
-    virtual double SteadySeconds() = 0;             // of a clock that never jumps
-    virtual void SleepUntil(double seconds) = 0;    // of the same clock; delivers nothing, burns nothing
-    virtual void AwaitFrame() = 0;                  // everything drawn so far is really on the screen; at most
-                                                    // once a refresh of the display
-    [[noreturn]] virtual void End() = 0;            // ends the process at once
+    virtual double SteadySeconds() = 0;           // of a clock that never jumps
+    virtual void SleepUntil(double seconds) = 0;  // of the same clock; delivers nothing, burns nothing
+    virtual void AwaitFrame() = 0;                // everything drawn so far is really on the screen; at most
+                                                  // once a refresh of the display
+    [[noreturn]] virtual void End() = 0;          // ends the process at once
 
     // Boxes and dialogs, all modal.
     virtual MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) = 0;

@@ -27,6 +27,10 @@ private:
     std::string drive_;
 };
 
+// `path` without ".", "..", doubled and closing separators (a root keeps its own); one that
+// does not begin at a root is taken from the process's current folder.
+std::string NormalPath(const std::string& path);
+
 // The folders from the root of the drive down to the current one, and below it its
 // sub-folders.
 class DirListBox : public Control {
@@ -36,7 +40,7 @@ public:
     struct Entry {
         std::string path;
         std::string label;
-        int depth = 0;     // steps below the root
+        int depth = 0;      // steps below the root
         bool open = false;  // the current folder and those above it
     };
     const std::vector<Entry>& Entries() const { return entries_; }
@@ -51,7 +55,7 @@ public:
     void DeliverOpen(size_t index);
 
 private:
-    void ListEntries();
+    void ListEntries(const std::string& path);
     std::string path_;
     std::vector<Entry> entries_;
 };

@@ -23,19 +23,23 @@ public:
     const std::string& Caption() const { return caption_; }
     FormBorder BorderStyle() const { return border_; }
 
-    // Creates the peers (once) and runs OnLoad. Called by Show if need be.
+    // Creates the peers (once) and runs OnLoad, in this order, so that the window exists in
+    // Form_Load. Called by Show if need be.
     void Load();
     bool IsLoaded() const { return loaded_; }
 
     // Modeless: shows the window, or brings it to the front, and returns.
     // Modal: blocks the program's other windows and returns once the form is hidden or
-    // unloaded and all its handlers have returned.
+    // unloaded and all its handlers have returned. A hidden form may be shown again, an
+    // unloaded one may not: the call does nothing then.
     void Show(Modality modality = Modality::Modeless);
     void Hide();
     bool IsShown() const { return shown_; }
 
-    // Runs OnUnload, hides the window. A second call does nothing.
+    // Runs OnUnload, hides the window. A second call does nothing. Safe within the form's own
+    // handlers: the peers go when Show of a modal form returns, or with the object.
     void Unload();
+    bool IsUnloaded() const { return unloaded_; }
 
     // Centred on the screen (twips, in floating point).
     void CenterOnScreen();
@@ -47,7 +51,7 @@ public:
 
     WindowState State() const { return state_; }
     // Returns after the desktop has granted the new state and its size has come in,
-    // or after a bounded wait.
+    // or after a bounded wait. A form that is not shown takes the state when it is.
     void SetState(WindowState state);
 
     Color BackColor() const { return backColor_; }
@@ -76,7 +80,7 @@ public:
 
     // The way in for a backend.
     void DeliverActivate();
-    void DeliverResize(Size clientPixels);  // the size the desktop granted
+    void DeliverResize(Size clientPixels);  // the size the desktop granted; OnResize if new, and the first time
     void DeliverState(WindowState state);   // the player changed it
     void DeliverClose();                    // the close box: Unload
 
@@ -100,12 +104,13 @@ public:
     };
 
 private:
+    void CreateMenuPeers(std::deque<MenuItem>& items);
     std::string caption_;
     FormBorder border_;
     WindowState state_ = WindowState::Normal;
     Color backColor_ = ButtonFaceColor;
     std::shared_ptr<const Surface> backdrop_;
     std::optional<Region> region_;
-    bool loaded_ = false, shown_ = false, unloaded_ = false, resizing_ = false;
+    bool loaded_ = false, shown_ = false, unloaded_ = false, sized_ = false;
     int depth_ = 0;
 };

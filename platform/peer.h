@@ -3,6 +3,11 @@
 #pragma once
 #include "platform/geometry.h"
 
+// Scoped names below are also names of types; GCC takes that for shadowing.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
+#endif
 // What has changed in a control. A peer reads the new value from the control.
 enum class Aspect {
     Geometry,  // Left, Top, Width, Height, or the inner scale
@@ -19,6 +24,9 @@ enum class Aspect {
     Region,   // a form's shape
     State,    // a form's WindowState
 };
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
 
 class Peer {
 public:

@@ -7,7 +7,8 @@ class PictureBox : public Control, private SurfaceListener {
 public:
     explicit PictureBox(std::string name, ScaleMode inner = ScaleMode::Pixel);
 
-    // The persistent image, as large as the box in pixels. A new size clears it.
+    // The persistent image, as large as the box in pixels: its width and height, rounded,
+    // wherever the box lies. A new size in pixels clears it; a new place never does.
     // Refresh of the image brings what was drawn to the screen.
     Surface Image;
 
@@ -28,7 +29,8 @@ public:
     // is press, release, press, double click, release: the second press is delivered
     // as a press too, before DblClick. While a button is down the box gets every move
     // and every further press and release, inside or outside. `button` of a move is
-    // the sum of the buttons down. Nothing arrives while the box is disabled.
+    // the sum of the buttons down. Nothing arrives while the box is disabled. In a hidden
+    // box, or a form no longer shown, only the release of a press taken before arrives.
     void DeliverMouseDown(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseMove(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
@@ -43,10 +45,13 @@ public:
     void DragAsWindow();
 
 protected:
-    void Resized() override;
+    void Resized() override { FitImage(); }
+    void Adopted() override { FitImage(); }
 
 private:
+    void FitImage();
     void SurfaceRefreshed(const Region& damage) override;
     Color backColor_ = ButtonFaceColor;
     Border border_ = Border::None;
+    int16_t held_ = 0;  // buttons whose press was taken and whose release is still to come
 };

@@ -20,7 +20,8 @@ public:
     // (false, nothing changed) what does not fit the property: 16 bits for all, Value
     // between Min and Max, the two steps from 1 up.
     // A new Min or Max that leaves Value outside moves Value to the nearer end and
-    // raises Change; a Value that differs from the present one raises Change.
+    // raises Change; a Value that differs from the present one raises Change. A Change
+    // handler may set Value again; a chain of such handlers ends after a fixed depth.
     bool SetMin(double value);
     bool SetMax(double value);
     bool SetValue(double value);
@@ -36,7 +37,9 @@ public:
 
 private:
     void MoveValue(int16_t value);
+    bool SetEnd(int16_t& end, double value);
     Orientation orientation_;
     int16_t min_ = 0, max_ = 32767, value_ = 0, smallChange_ = 1, largeChange_ = 1;
     bool dragging_ = false;
+    int nested_ = 0;  // Change handlers on the stack that a setter has called
 };

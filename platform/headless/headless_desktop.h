@@ -40,13 +40,14 @@ public:
     bool skinFails = false;
 
     // --- Events --------------------------------------------------------------------------
-    // Queued for the next DoEvents or modal loop. Input is discarded by a yield that
+    // Queued for the next DoEvents or modal loop, behind the activation of a form that
+    // is shown meanwhile, so that events for a dialog can be posted before it opens. Input is discarded by a yield that
     // delivers paints and timers only; anything else is kept.
     void PostInput(std::function<void()> event);
     void Post(std::function<void()> event);
     // Lets `seconds` go by; timers that fall due tick, in order.
     void Advance(double seconds);
-    // Runs all queued events.
+    // Runs all queued events and the timers that are due.
     void RunPending();
 
     // --- What a test reads ---------------------------------------------------------------
@@ -61,11 +62,11 @@ public:
     std::vector<std::span<const std::byte>> sounds;
     std::vector<std::string> skinned;  // names of the forms, in order
     std::string skinText;
-    std::vector<std::string> log;      // "show frmMain", "modal frmThumbs", "hide ...", "events", "sleep 1.5", ...
-    std::vector<Form*> shown;          // forms on the screen now, the active one last
+    std::vector<std::string> log;  // "show frmMain", "modal frmThumbs", "hide ...", "events", "sleep 1.5", ...
+    std::vector<Form*> shown;      // forms on the screen now, the active one last
     int frames = 0;
     int decodes = 0;
-    std::string modalTrouble;          // why a modal loop had to be ended, empty if none
+    std::string modalTrouble;  // why a modal loop had to be ended, empty if none
 
     // Desktop.
     std::unique_ptr<Peer> CreatePeer(Control& control) override;
@@ -99,8 +100,15 @@ public:
     std::string ProgramPath() override { return programPath; }
 
 private:
+    void BringForward(Form& form);
+    void PostActivation(Form& form);
+    void GrantMaximized(Form& form);
+    bool RunNextEvent();
+    bool RunNextTimer(double until);
+    void OpenModal(const std::string& entry);
     struct Event {
-        bool input;
+        bool input = false;
+        Form* activates = nullptr;  // goes with the form's window
         std::function<void()> run;
     };
     struct Ticking {
