@@ -1,7 +1,9 @@
 // The surfaces of a game that no player sees. The main window owns them; the routines of
 // the game reach them through PuzzleModule::Surfaces.
 #pragma once
+#include <cstdint>
 #include <deque>
+#include <memory>
 
 #include "platform/picture.h"
 #include "platform/surface.h"
@@ -10,35 +12,43 @@
 // always exists. Each is declared 160 by 160, the largest tile, and stores the tile only.
 class PieceSurfaces {
 public:
-    PieceSurfaces() { elements_.emplace_back(Side, Side); }
+    PieceSurfaces();
     int UBound() const { return int(elements_.size()) - 1; }
-    Surface& operator[](int index) { return elements_[size_t(index)]; }
+    Surface& operator[](int index) {
+        ++touches_;
+        return elements_[size_t(index)];
+    }
     const Surface& operator[](int index) const { return elements_[size_t(index)]; }
 
-    void Load();          // adds the next element, made like element 0
-    void UnloadFromOne(); // removes all but element 0
+    void Load();           // adds the next element, made like element 0
+    void UnloadFromOne();  // removes all but element 0
 
-    // Grows whenever the set of surfaces was made anew.
+    // Another number whenever the set of surfaces was made anew; no two sets ever share one.
     uint64_t Generation() const { return generation_; }
+
+    // How often an element was handed out for writing: as long as it stands still, so do
+    // all pixels.
+    uint64_t Touches() const { return touches_; }
 
     static constexpr int Side = 160;
 
 private:
     std::deque<Surface> elements_;
     uint64_t generation_ = 0;
+    uint64_t touches_ = 0;
 };
 
 struct GameSurfaces {
-    Surface picBG;                 // clean background of every composition, as large as the board
+    Surface picBG;                           // clean background of every composition, as large as the board
     std::shared_ptr<const Picture> PicTemp;  // the picture as loaded
-    Surface picMaster;             // the picture on black, whole cells; black background
+    Surface picMaster;                       // the picture on black, whole cells; black background
     PieceSurfaces picPat;
-    Surface picMasks[2];           // master strip 1520 x 80, working strip 19 TileSize x TileSize
+    Surface picMasks[2];  // master strip 1520 x 80, working strip 19 TileSize x TileSize
     Surface picTmp{PieceSurfaces::Side, PieceSurfaces::Side};  // scratch of RotatePiece
 
-    GameSurfaces();                // builds the master strip
+    GameSurfaces();  // builds the master strip
 };
 
 namespace PuzzleModule {
-extern GameSurfaces* Surfaces;     // of the main window that lives; set by it
+extern GameSurfaces* Surfaces;  // of the main window that lives; set by it
 }

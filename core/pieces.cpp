@@ -1,0 +1,95 @@
+// Cutting: one record and one surface per cell, the picture inside the outline and white
+// around it. Turning: a quarter clockwise on the piece's own pixels, so that composing
+// knows nothing of rotation.
+#include "core/pieces.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "core/game_state.h"
+#include "core/mask_strip.h"
+#include "platform/raster.h"
+
+namespace PuzzleModule {
+
+namespace {
+
+// The record of the cell, its X and Y left as they are.
+void FillRecord(PieceRec& piece, int row, int col, int id, int16_t tile) {
+    piece.Col = int16_t(col);
+    piece.Row = int16_t(row);
+    piece.MaskIndex = tile;
+    piece.Rotation = 0;
+    piece.PieceId = int16_t(id);
+    piece.GroupDX = piece.GroupDY = 0;
+    piece.InGroup = 0;
+}
+
+// The square of `source` at x0, y0 in the outline of `tile`. What lies outside the source stays
+// the white of the fresh surface.
+void Stamp(Surface& piece, const Surface& source, int x0, int y0, const Surface& masks, int tile) {
+    BitBlt(piece, 0, 0, TileSize, TileSize, source, x0, y0, RasterOp::SrcCopy);
+    BitBlt(piece, 0, 0, TileSize, TileSize, masks, tile * TileSize, 0, RasterOp::MergePaint);
+}
+
+// Pixels of the blocks in which a square is turned: small enough that both blocks stay in
+// the nearest cache.
+constexpr int TurnBlock = 16;
+
+// dest(s - 1 - y, x) = source(x, y), block by block.
+void TurnSquare(Pixel* dest, int destStride, const Surface& source, int s) {
+    const Pixel* const pixels = source.Row(0);
+    const ptrdiff_t sourceStride = source.Stride();
+    for (int top = 0; top < s; top += TurnBlock) {
+        const int bottom = std::min(top + TurnBlock, s);
+        for (int left = 0; left < s; left += TurnBlock) {
+            const int right = std::min(left + TurnBlock, s);
+            // Rows of the destination are written from end to end, columns of the source read upward.
+            for (int x = left; x < right; ++x) {
+                Pixel* out = dest + ptrdiff_t(x) * destStride + (s - bottom);
+                const Pixel* in = pixels + (bottom - 1) * sourceStride + x;
+                for (int y = top; y < bottom; ++y, in -= sourceStride) *out++ = *in;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void CutPieces(const Surface& source, const Surface& masks, PieceSurfaces& picPat) {
+    picPat.UnloadFromOne();
+    if (CellSize <= 0) return;
+    const int lastCol = source.Width() / CellSize - 1, lastRow = source.Height() / CellSize - 1;
+    picPat[0].SetStorage(TileSize, TileSize);
+    // Element 0 keeps the X and Y of the game before; the caller overwrites them.
+    Pieces.resize(1);
+    int id = 0;
+    for (int row = 0; row <= lastRow; ++row) {
+        for (int col = 0; col <= lastCol; ++col, ++id) {
+            if (id > std::numeric_limits<int16_t>::max()) return;
+            const int16_t tile = TileForCell(row, col, lastRow, lastCol, GameLevel);
+            Pieces.resize(size_t(id) + 1);
+            FillRecord(Pieces[size_t(id)], row, col, id, tile);
+            if (id > 0) picPat.Load();
+            Stamp(picPat[id], source, col * CellSize - Margin(), row * CellSize - Margin(), masks, tile);
+        }
+    }
+}
+
+void RotatePiece(int16_t Index, Surface& Scratch) {
+    if (Index < 0 || Index > UpperBound()) return;
+    PieceRec& piece = Pieces[size_t(Index)];
+    if (piece.PieceId >= 0 && piece.PieceId <= Surfaces->picPat.UBound()) {
+        Surface& surface = Surfaces->picPat[piece.PieceId];
+        const Rect square = Intersect({0, 0, TileSize, TileSize}, surface.StorageBounds());
+        // A surface that was never drawn on is white all over, whichever way it is turned.
+        if (!surface.IsUniform() && square.width == square.height) {
+            BitBlt(Scratch, 0, 0, square.width, square.height, surface, 0, 0, RasterOp::SrcCopy);
+            TurnSquare(surface.Draw(square), surface.Stride(), Scratch, square.width);
+        }
+    }
+    piece.Rotation = (piece.Rotation + 1) & 3;
+    piece.MaskIndex = TurnedTile(piece.MaskIndex);
+}
+
+}  // namespace PuzzleModule

@@ -1,0 +1,196 @@
+// The saved game as text: format, parse, check. A number is a blank or a minus sign, its digits
+// and a blank; numbers of one line follow each other with nothing else between them. The
+// path has a line of its own and is taken whole, commas and quotes included.
+#include "core/saved_game.h"
+
+#include <algorithm>
+#include <charconv>
+#include <concepts>
+#include <limits>
+#include <utility>
+
+#include "core/code_page.h"
+#include "core/fitting.h"
+
+namespace PuzzleModule {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr std::string_view Whitespace = " \t\r\n";
+constexpr int MostPieces = std::numeric_limits<int16_t>::max();
+
+// Pixels that the surfaces of all pieces may take together. A screen of 7680 by 4320 makes no more
+// than a tenth of it; beyond it the file is no game but a trap.
+constexpr int64_t MostSurfacePixels = int64_t{1} << 28;
+
+int SortKey(const PieceRec& piece) { return piece.Row * 100 + piece.Col; }
+
+// Exchanges whole records until every key is at most those after it. The order of exchanges decides
+// how records with equal keys end up, so it is not any sort that would do.
+void SortByCell(std::vector<PieceRec>& pieces) {
+    for (size_t i = 0; i < pieces.size(); ++i)
+        for (size_t j = i + 1; j < pieces.size(); ++j)
+            if (SortKey(pieces[i]) > SortKey(pieces[j])) std::swap(pieces[i], pieces[j]);
+}
+
+void AppendNumber(std::string& text, int64_t number) {
+    if (number >= 0) text += ' ';
+    text += std::to_string(number);
+    text += ' ';
+}
+
+void AppendLine(std::string& text, std::initializer_list<int64_t> numbers) {
+    for (const int64_t number : numbers) AppendNumber(text, number);
+    text += LineEnd;
+}
+
+// Takes one line off `rest`, without its end (LF or CR LF). Nothing if no line end is left.
+std::optional<std::string_view> TakeLine(std::string_view& rest) {
+    const size_t end = rest.find('\n');
+    if (end == std::string_view::npos) return std::nullopt;
+    std::string_view line = rest.substr(0, end);
+    rest.remove_prefix(end + 1);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+// Takes the next number, whatever blanks and line ends come before it. False if there is none, or it
+// has anything but digits behind a possible minus sign, or it does not fit.
+template <std::signed_integral T>
+bool TakeNumber(std::string_view& rest, T& number) {
+    const size_t start = rest.find_first_not_of(Whitespace);
+    if (start == std::string_view::npos) return false;
+    rest.remove_prefix(start);
+    const std::string_view token = rest.substr(0, rest.find_first_of(Whitespace));
+    const auto [end, error] = std::from_chars(token.data(), token.data() + token.size(), number);
+    rest.remove_prefix(token.size());
+    return error == std::errc{} && end == token.data() + token.size();
+}
+
+template <typename... T>
+bool TakeNumbers(std::string_view& rest, T&... numbers) {
+    return (TakeNumber(rest, numbers) && ...);
+}
+
+// Line 1 holds the seconds and nothing else.
+bool TakeSeconds(std::string_view& rest, int32_t& seconds) {
+    auto line = TakeLine(rest);
+    return line && TakeNumber(*line, seconds) && line->find_first_not_of(Whitespace) == std::string_view::npos;
+}
+
+// Which of the two readings of the path is meant: the first under which a file exists. Where neither
+// does, bytes that are UTF-8 were most likely written as such.
+std::string ReadPath(std::string_view bytes, bool (*fileExists)(const std::string& path)) {
+    std::string fromCodePage = FromWindows1252(bytes), plain(bytes);
+    if (fromCodePage == plain || fileExists(fromCodePage)) return fromCodePage;
+    if (fileExists(plain) || IsValidUtf8(plain)) return plain;
+    return fromCodePage;
+}
+
+bool SizesBelongTogether(const LevelSizes& sizes) {
+    constexpr std::array<int16_t, 5> units{3, 4, 5, 6, 8};
+    return std::ranges::find(units, sizes.TileUnit) != units.end() && sizes.TileSize == 20 * sizes.TileUnit &&
+           sizes.CellSize == 11 * sizes.TileUnit && sizes.ScatterGap >= 1 && sizes.ScatterGap <= 3;
+}
+
+// The grid of the game: that of the picture's size, or, where the number of pieces is another, that of
+// the pieces' own rows and columns if they make up the number.
+std::optional<std::pair<int, int>> GridOf(const SavedGame& game) {
+    const auto fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize);
+    if (!fit) return std::nullopt;
+    const auto count = int64_t(game.Pieces.size());
+    if (int64_t(fit->GridCols) * fit->GridRows == count) return std::pair<int, int>{fit->GridCols, fit->GridRows};
+    int cols = 0, rows = 0;
+    for (const SavedPiece& piece : game.Pieces) {
+        cols = std::max(cols, piece.Col + 1);
+        rows = std::max(rows, piece.Row + 1);
+    }
+    if (int64_t(cols) * rows != count) return std::nullopt;
+    return std::pair{cols, rows};
+}
+
+// Every cell of the grid has one piece, with the number that belongs to the cell.
+bool PiecesFillGrid(const std::vector<SavedPiece>& pieces, int cols, int rows) {
+    std::vector<bool> seen(pieces.size());
+    for (const SavedPiece& piece : pieces) {
+        if (piece.Col < 0 || piece.Col >= cols || piece.Row < 0 || piece.Row >= rows) return false;
+        if (piece.Rotation < 0 || piece.Rotation > 3) return false;
+        if (piece.PieceId != piece.Row * cols + piece.Col || seen[size_t(piece.PieceId)]) return false;
+        seen[size_t(piece.PieceId)] = true;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool SortPieces() {
+    SortByCell(Pieces);
+    return !Pieces.empty();
+}
+
+std::optional<SavedGame> GameToSave() {
+    if (Pieces.empty()) return std::nullopt;
+    SavedGame game;
+    game.ElapsedSeconds = ElapsedSeconds;
+    game.PicturePath = BoardPicturePath;
+    game.GameLevel = GameLevel;
+    game.PictureWidth = PictureWidth;
+    game.PictureHeight = PictureHeight;
+    game.Sizes = CurrentSizes();
+    std::vector<PieceRec> sorted = Pieces;
+    SortByCell(sorted);
+    for (const PieceRec& p : sorted)
+        game.Pieces.push_back({p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex});
+    return game;
+}
+
+std::optional<std::string> FormatSavedGame(const SavedGame& game) {
+    if (game.PicturePath.find_first_of("\r\n") != std::string::npos) return std::nullopt;
+    std::string text;
+    AppendLine(text, {game.ElapsedSeconds});
+    text += ToWindows1252(game.PicturePath).value_or(game.PicturePath);
+    text += LineEnd;
+    for (const int16_t number : {game.GameLevel, game.PictureWidth, game.PictureHeight, game.Sizes.TileSize,
+                                 game.Sizes.CellSize, game.Sizes.TileUnit, game.Sizes.ScatterGap})
+        AppendLine(text, {number});
+    AppendLine(text, {int64_t(game.Pieces.size()) - 1});
+    for (const SavedPiece& p : game.Pieces)
+        AppendLine(text, {p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex});
+    return text;
+}
+
+std::optional<SavedGame> ParseSavedGame(std::string_view bytes, bool (*fileExists)(const std::string& path)) {
+    SavedGame game;
+    if (!TakeSeconds(bytes, game.ElapsedSeconds)) return std::nullopt;
+    const auto path = TakeLine(bytes);
+    // No file's name holds a zero byte; the system would take the name to end there.
+    if (!path || path->find('\0') != std::string_view::npos) return std::nullopt;
+    int16_t upperBound = -1;
+    if (!TakeNumbers(bytes, game.GameLevel, game.PictureWidth, game.PictureHeight, game.Sizes.TileSize,
+                     game.Sizes.CellSize, game.Sizes.TileUnit, game.Sizes.ScatterGap, upperBound))
+        return std::nullopt;
+    if (upperBound < 0 || upperBound >= MostPieces) return std::nullopt;
+    for (int i = 0; i <= upperBound; ++i) {
+        SavedPiece p{};
+        if (!TakeNumbers(bytes, p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex)) return std::nullopt;
+        game.Pieces.push_back(p);
+    }
+    game.PicturePath = ReadPath(*path, fileExists);
+    return game;
+}
+
+bool IsConsistent(const SavedGame& game, int& cols, int& rows) {
+    if (LevelName(game.GameLevel).empty() || !SizesBelongTogether(game.Sizes)) return false;
+    if (game.ElapsedSeconds < 0 || game.PictureWidth <= 0 || game.PictureHeight <= 0) return false;
+    const int64_t tilePixels = int64_t(game.Sizes.TileSize) * game.Sizes.TileSize;
+    if (int64_t(game.Pieces.size()) * tilePixels > MostSurfacePixels) return false;
+    const auto grid = GridOf(game);
+    if (!grid || grid->first < 2 || grid->second < 2) return false;
+    if (!PiecesFillGrid(game.Pieces, grid->first, grid->second)) return false;
+    cols = grid->first;
+    rows = grid->second;
+    return true;
+}
+
+}  // namespace PuzzleModule
