@@ -11,7 +11,9 @@
 //   play/help_commands.cpp     a move shown, giving up
 //   play/menu_commands.cpp     the menu's own handlers and switches
 #pragma once
+#include "core/fitting.h"
 #include "core/game_surfaces.h"
+#include "core/saved_game.h"
 #include "platform/form.h"
 #include "platform/picture_box.h"
 #include "platform/scroll_bar.h"
@@ -60,12 +62,13 @@ public:
     void RestoreGame(const std::string& Path);
     // True while a game is being built or restored, or giving up walks: commands that replace, rebuild
     // or reorder the pieces do nothing then.
-    bool Busy() const { return busy_; }
+    bool Busy() const { return task_ != Task::None; }
 
     // Board.
     void picScreen_MouseDown(int16_t Button, int16_t Shift, float X, float Y);
     void picScreen_MouseMove(int16_t Button, int16_t Shift, float X, float Y);
     void picScreen_MouseUp(int16_t Button, int16_t Shift, float X, float Y);
+    void picScreen_Wheel(int notchesX, int notchesY);
     void HScroll1_Change();
     void HScroll1_Scroll();
     void VScroll1_Change();
@@ -102,10 +105,55 @@ public:
     bool Panning = false;
 
 private:
+    // What keeps other commands out, for as long as the guard lives.
+    enum class Task { None, Building, GivingUp };
+    class Working {
+    public:
+        Working(frmMain& main, Task task) : main_(main) { main_.task_ = task; }
+        ~Working() { main_.task_ = Task::None; }
+        Working(const Working&) = delete;
+        Working& operator=(const Working&) = delete;
+
+    private:
+        frmMain& main_;
+    };
+
+    // A game that can be put on the board: nothing of it is stored yet.
+    struct NewGame {
+        PuzzleModule::Fit fit;
+        std::shared_ptr<const Picture> picture;
+    };
+    static std::optional<NewGame> PlanGame(const std::string& path, std::optional<PuzzleModule::Fit> fit, Size natural);
+    static std::optional<NewGame> PlanNewGame(const std::string& path);
+    static std::optional<NewGame> PlanRestoredGame(const PuzzleModule::SavedGame& game, int cols, int rows);
+
+    static constexpr Size MiniaturePanel{159, 118};  // Picture1
+
     void BuildMenu();
     void PlaceControls();
+    void DressControls();
     void BindHandlers();
+    void BindMenu();
     void ComposeBoard();
 
-    bool busy_ = false;
+    void ClearBoard();
+    void TakeOver(const NewGame& game, bool framed);
+    void ScatterAndCompose();
+    void LayOutSavedPieces(const PuzzleModule::SavedGame& game);
+    void ShowMiniature();
+    void RunGame();
+
+    void RotateHeldPiece();
+    void StartPan(float X, float Y);
+    void PanTo(float X, float Y);
+    void TakePiece(int index, float X, float Y);
+    void CheckDroppedPiece(int held);
+    void WinGame();
+    void SetUpright(int index);
+    void ShowFrame();
+    void ShowSeconds();
+
+    Task task_ = Task::None;
+    bool gameBuilt_ = false;             // by the picture dialog that is or was open
+    float pointerX_ = 0, pointerY_ = 0;  // where the mouse was last on the board
 };
