@@ -14,10 +14,10 @@ namespace ModCmnDlg {
 // FileName afterwards to mean that nothing was chosen.
 struct FileDialogRecord {
     Form* hwndOwner = nullptr;
-    std::string Filter;       // text and pattern, separated by "|"
-    std::string FileTitle;    // out: the file's name without its folder
+    std::string Filter;     // text and pattern, separated by "|"
+    std::string FileTitle;  // out: the file's name without its folder
     int32_t FilterIndex = 0;
-    std::string FileName;     // out: full path
+    std::string FileName;  // out: full path
     std::string InitDir;
     std::string DialogTitle;
     int32_t Flags = 0;

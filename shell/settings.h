@@ -32,5 +32,8 @@ Color ReadColor(const SettingKey& key);
 
 // True/False, Verdadeiro/Falso (without regard to case), or a number, 0 being false.
 std::optional<bool> ToBoolean(std::string_view text);
+// A sign or none, digits, blanks round them, all within 32 bits.
 std::optional<int32_t> ToInteger(std::string_view text);
+// A whole number from 0 to 0xFFFFFF.
+std::optional<Color> ColorFromText(std::string_view text);
 std::string TextOf(bool value);  // "True" or "False"

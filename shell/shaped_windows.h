@@ -11,4 +11,4 @@ namespace PicDeclerations {
 // Nothing if there is no picture.
 std::optional<Region> RegionFromPicture(const Surface* Picture, const Color& TransparentColor);
 
-}
+}  // namespace PicDeclerations

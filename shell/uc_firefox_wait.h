@@ -1,5 +1,8 @@
 // A small ring of eight dots that turns while the program is busy and stands grey while it is not.
 #pragma once
+#include <functional>
+#include <string>
+
 #include "platform/control.h"
 #include "platform/picture_box.h"
 #include "platform/property_bag.h"
@@ -15,11 +18,12 @@ public:
     Color BackColor() const { return backColor_; }
     void SetBackColor(Color l_BackColor);  // a negative one becomes the desktop's button face
     bool IsPlaying() const { return isPlaying_; }
-    void SetIsPlaying(bool bPlaying);      // the field only: neither starts nor stops anything
+    void SetIsPlaying(bool bPlaying);  // the field only: neither starts nor stops anything
     void PlayWait();
     void StopWait();
 
-    // The container's calls.
+    // The container's calls. Until UserControl_Show the strip stands on magenta, so a form calls
+    // that before the player can see the ring.
     void UserControl_InitProperties();
     void UserControl_ReadProperties(const PropertyBag& PropBag);
     void UserControl_WriteProperties(PropertyBag& PropBag) const;
@@ -29,7 +33,7 @@ public:
 
     PictureBox picDestination{"picDestination"};  // 16 x 16 pixels, what the player sees
     Timer tmrPlay{"tmrPlay", 100};
-    Surface picSource, picOriginal;               // the strip, with and without the colour behind the dots
+    Surface picSource, picOriginal;  // the strip, with and without the colour behind the dots
 
     int32_t FrameIndex = 0;  // last frame shown, 0 to 7
 
@@ -38,12 +42,16 @@ public:
 
 protected:
     void Resized() override { UserControl_Resize(); }
+    void Adopted() override { UserControl_Resize(); }
 
 private:
     void ApplyBackColor();
     void DrawNextFrame();
     void DrawIdleFrame();
     void DrawFrame(int frame);
+    void Announce(const char* property);
+    Color Resolved(Color color) const { return color < 0 ? defaultBackColor_ : color; }
+    // Every pixel of exactly `ColorFrom` becomes `ColorTo`.
     static void ReplaceColor(Surface& picture, Color ColorFrom, Color ColorTo);
 
     Color defaultBackColor_ = 0;

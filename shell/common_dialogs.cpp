@@ -1,0 +1,106 @@
+// What passes between the game and the desktop's dialogs.
+#include "shell/common_dialogs.h"
+
+#include "core/game_state.h"
+#include "platform/desktop.h"
+#include "platform/files.h"
+#include "platform/user_settings.h"
+#include "shell/settings.h"
+#include "shell/text_helpers.h"
+
+namespace ModCmnDlg {
+
+FileDialogRecord FileDialogRec;
+std::array<Color, 16> CustomColors{};
+
+namespace {
+
+constexpr Color White = 0xFFFFFF;
+
+// The pair of `filter` (text NUL pattern NUL ...) that is in use, counted from 1; the first pair
+// where `index` names none.
+int32_t TakeFilter(const std::string& filter, int32_t index, FileDialogRequest& request) {
+    const std::vector<std::string> parts = vb5::Split(filter, std::string(1, '\0'));
+    const int32_t pairs = int32_t(parts.size() / 2);
+    if (pairs == 0) return index;
+    const int32_t used = index >= 1 && index <= pairs ? index : 1;
+    request.filterText = parts[size_t(used) * 2 - 2];
+    request.filterPattern = parts[size_t(used) * 2 - 1];
+    return used;
+}
+
+// A text as it comes out of a buffer padded with blanks: leading ones are lost with the padding.
+std::string FromBuffer(const std::string& text) {
+    const size_t start = text.find_first_not_of(' ');
+    return start == std::string::npos ? std::string() : TrimNull(text.substr(start));
+}
+
+void ShowFileDialog(bool save) {
+    FileDialogRequest request;
+    request.save = save;
+    request.title = FileDialogRec.DialogTitle;
+    request.folder = FileDialogRec.InitDir;
+    const std::string filter = vb5::Replace(FileDialogRec.Filter, "|", std::string(1, '\0'));
+    const int32_t filterIndex = TakeFilter(filter, FileDialogRec.FilterIndex, request);
+
+    const std::optional<std::string> path = TheDesktop().FileDialog(request);
+    if (!path || path->size() >= PathCapacity) return;
+    FileDialogRec.FileName = FromBuffer(*path);
+    FileDialogRec.FileTitle = FromBuffer(FileTitle(*path));
+    FileDialogRec.FilterIndex = filterIndex;
+}
+
+void ReadCustomColors() {
+    CustomColors.fill(White);
+    const std::string stored = GetSetting(AppEXEName(), "cDialog", "RegColors", "Key");
+    if (stored == "Key") return;
+    const std::vector<std::string> fields = vb5::Split(stored, ",");
+    for (size_t i = 0; i < CustomColors.size() && i < fields.size(); ++i)
+        CustomColors[i] = ColorFromText(fields[i]).value_or(White);
+}
+
+void StoreCustomColors() {
+    std::string joined;
+    for (const Color color : CustomColors) joined += (joined.empty() ? "" : ",") + std::to_string(color);
+    (void)SaveSetting(AppEXEName(), "cDialog", "RegColors", joined);
+}
+
+}  // namespace
+
+void ShowOpen() { ShowFileDialog(false); }
+
+void ShowSave() { ShowFileDialog(true); }
+
+void PrepareSavedGameDialog() {
+    const std::string folder = PuzzleModule::AppFolder + "Save";
+    // A folder that can't be made is passed over; the dialog opens where it can.
+    if (!FolderExists(folder)) (void)MkDir(folder);
+    FileDialogRec.InitDir = folder;
+    FileDialogRec.FileName.clear();
+    FileDialogRec.Filter = "Fento-Lira (*.pzl)|*.pzl";
+    FileDialogRec.Flags = OFN_READONLY | OFN_HIDEREADONLY;
+}
+
+Color ShowColor(Form& /*Owner: the desktop's dialogs belong to its active window*/, Color InitialColor, bool FullOpen) {
+    ReadCustomColors();
+    const Color result = TheDesktop().ColorDialog(InitialColor, FullOpen, CustomColors).value_or(-1);
+    StoreCustomColors();
+    return result;
+}
+
+std::string TrimNull(const std::string& Text) { return Text.substr(0, Text.find('\0')); }
+
+std::string ChangeExtension(const std::string& FileName, std::string& Extension) {
+    const int16_t dot = vb5::InStrRev(FileName, ".");
+    if (!Extension.empty()) Extension.insert(0, ".");
+    return (dot > 0 ? FileName.substr(0, size_t(dot) - 1) : FileName) + Extension;
+}
+
+std::string WithSavedGameExtension(const std::string& path) {
+    const std::string name = FileTitle(path);
+    std::string extension = "pzl";
+    // A name without a dot is kept whole, so one call serves both cases.
+    return path.substr(0, path.size() - name.size()) + ChangeExtension(name, extension);
+}
+
+}  // namespace ModCmnDlg

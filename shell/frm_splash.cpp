@@ -1,0 +1,72 @@
+// The splash: a banner in the shape of a jigsaw piece, up while the program starts.
+#include "shell/frm_splash.h"
+
+#include "core/frm_main.h"
+#include "platform/bmp.h"
+#include "platform/desktop.h"
+#include "platform/resources.h"
+#include "shell/shaped_windows.h"
+#include "shell/startup.h"
+
+namespace {
+
+constexpr Color BannerBlue = Rgb(70, 84, 157), SeeThrough = Rgb(255, 255, 0), White = Rgb(255, 255, 255);
+constexpr double ClientWidth = 9195, ClientHeight = 3360;  // twips: 613 x 224 pixels
+constexpr double SecondsAlone = 1.5, SecondsInFront = 0.5;
+constexpr int16_t LeftButton = 1;
+
+// The banner that the program carries; nothing if it is missing or damaged.
+std::shared_ptr<const Surface> Banner() {
+    std::optional<Surface> banner = DecodeBmp(LoadResData("SPLASH", "PICTURE"));
+    return banner ? std::make_shared<const Surface>(std::move(*banner)) : nullptr;
+}
+
+}  // namespace
+
+FrmSplash::FrmSplash(frmMain& main) : Form("FrmSplash", "", ScaleMode::Twip, FormBorder::None), main_(main) {
+    SetWidth(ClientWidth);
+    SetHeight(ClientHeight);
+    CenterOnScreen();
+    SetBackColor(BannerBlue);
+    SetBackdrop(Banner());
+
+    Label8.Place(7425, 1830, 930, 195);
+    Label8.SetLook(
+        {.font = {.points = 8.25, .bold = true}, .foreColor = White, .alignment = Alignment::Right, .wordWrap = false});
+    Label8.SetCaption("Versão 1.5");
+    AddChild(Label8);
+
+    OnLoad = [this] { Form_Load(); };
+    OnActivate = [this] { Form_Activate(); };
+    MouseDown = [this](int16_t Button, int16_t Shift, float X, float Y) { Form_MouseDown(Button, Shift, X, Y); };
+}
+
+// Without a banner there is no region, and the window stays a plain blue rectangle.
+void FrmSplash::Form_Load() {
+    SetRegion(PicDeclerations::RegionFromPicture(Backdrop().get(), SeeThrough));
+    Label8.SetCaption(VersionText());
+}
+
+// The start of the program. Each DoEvents may deliver a press on the splash or a further activation of
+// it, which finds Activated set, and from the second one on whatever reaches the main window: its close
+// box ends the program there and then. The two waits deliver nothing.
+void FrmSplash::Form_Activate() {
+    if (Activated) return;
+    Activated = true;
+
+    DoEvents();
+    const double start = SteadySeconds();
+    main_.Load();  // its time counts
+    TheDesktop().SleepUntil(start + SecondsAlone);
+
+    main_.Show();
+    DoEvents();
+    Show();  // in front of the main window again
+    DoEvents();
+    TheDesktop().SleepUntil(SteadySeconds() + SecondsInFront);
+    Unload();
+}
+
+void FrmSplash::Form_MouseDown(int16_t Button, int16_t /*Shift*/, float /*X*/, float /*Y*/) {
+    if (Button == LeftButton) DragAsWindow();
+}

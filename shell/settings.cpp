@@ -1,0 +1,84 @@
+// Reading and writing config.ini, and what its values mean.
+#include "shell/settings.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
+#include "core/game_state.h"
+#include "platform/profile_file.h"
+
+namespace {
+
+constexpr size_t LongestValue = 254;
+
+ProfileFile ConfigFile() { return ProfileFile(PuzzleModule::AppFolder + "config.ini"); }
+
+std::string_view Trimmed(std::string_view text) {
+    const size_t first = text.find_first_not_of(" \t");
+    if (first == text.npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// `text` is one of `lowerWords`, whatever the case of its ASCII letters.
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> lowerWords) {
+    const auto same = [](char a, char lower) { return (a >= 'A' && a <= 'Z' ? char(a - 'A' + 'a') : a) == lower; };
+    return std::any_of(lowerWords.begin(), lowerWords.end(), [&](std::string_view word) {
+        return std::equal(text.begin(), text.end(), word.begin(), word.end(), same);
+    });
+}
+
+// All of `text`, blanks round it aside, as a number with an optional sign.
+template <typename Number>
+std::optional<Number> Parsed(std::string_view text) {
+    text = Trimmed(text);
+    const size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
+    // Words such as "inf" and a second sign are no numbers here.
+    if (text.size() <= sign || !((text[sign] >= '0' && text[sign] <= '9') || text[sign] == '.')) return std::nullopt;
+    if (text[0] == '+') text.remove_prefix(1);
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return number;
+}
+
+}  // namespace
+
+std::string ReadIni(const std::string& Section, const std::string& Key, const std::string& Default) {
+    std::string value = ConfigFile().Read(Section, Key).value_or("");
+    value.resize(std::min({value.size(), LongestValue, value.find('\0')}));
+    return value.empty() ? Default : value;
+}
+
+void WriteIni(const SettingKey& key, const std::string& value) {
+    (void)ConfigFile().Write(SettingsSection, key.key, value);
+}
+
+bool ReadSwitch(const SettingKey& key) {
+    const std::optional<bool> stored = ToBoolean(ReadIni(SettingsSection, key.key, key.defaultText));
+    return stored ? *stored : ToBoolean(key.defaultText).value_or(false);
+}
+
+Color ReadColor(const SettingKey& key) {
+    const std::optional<Color> stored = ColorFromText(ReadIni(SettingsSection, key.key, key.defaultText));
+    return stored ? *stored : ColorFromText(key.defaultText).value_or(0);
+}
+
+std::optional<bool> ToBoolean(std::string_view text) {
+    const std::string_view word = Trimmed(text);
+    if (IsOneOf(word, {"true", "verdadeiro"})) return true;
+    if (IsOneOf(word, {"false", "falso"})) return false;
+    const std::optional<double> number = Parsed<double>(word);
+    if (!number) return std::nullopt;
+    return *number != 0;
+}
+
+std::optional<int32_t> ToInteger(std::string_view text) { return Parsed<int32_t>(text); }
+
+std::optional<Color> ColorFromText(std::string_view text) {
+    const std::optional<int32_t> number = ToInteger(text);
+    if (!number || *number < 0 || *number > 0xFFFFFF) return std::nullopt;
+    return number;
+}
+
+std::string TextOf(bool value) { return value ? "True" : "False"; }

@@ -1,0 +1,14 @@
+// The skin is one style sheet for the whole run; the desktop knows what to make of it.
+#include "shell/skin.h"
+
+#include "platform/desktop.h"
+#include "platform/files.h"
+
+void Skin::LoadSkinFile(const std::string& Path) {
+    const std::optional<std::string> text = ReadFile(Path);
+    loaded_ = text && TheDesktop().LoadSkin(*text);
+}
+
+void Skin::ApplySkin(Form& window) {
+    if (loaded_) TheDesktop().ApplySkin(window);
+}
