@@ -3,6 +3,7 @@
 
 #include <cassert>
 #include <chrono>
+#include <cstdlib>
 #include <ctime>
 
 #include "platform/files.h"
@@ -48,7 +49,10 @@ double SecondsSinceMidnight() {
     return local.tm_hour * 3600.0 + local.tm_min * 60.0 + local.tm_sec + fraction;
 }
 
-void End() { TheDesktop().End(); }
+void End() {
+    TheDesktop().End();
+    std::abort();  // not reached; the compiler cannot see that through a virtual call
+}
 
 // Controls may be made before a desktop is there; its colours are then the plain ones.
 Color ResolveColor(Color color) {
