@@ -2,8 +2,6 @@
 //
 // A saved game is read whole and checked, its picture included, before anything is stored: a file
 // that cannot be played leaves the game on the board as it was.
-#include <algorithm>
-
 #include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/mask_strip.h"
@@ -33,8 +31,15 @@ std::optional<CheckedGame> ReadSavedGame(const std::string& path) {
     const std::optional<std::string> bytes = ReadFile(path);
     if (!bytes) return std::nullopt;
     std::optional<SavedGame> game = ParseSavedGame(*bytes, &FileExists);
+    if (!game) return std::nullopt;
     int cols = 0, rows = 0;
-    if (!game || !IsConsistent(*game, cols, rows)) return std::nullopt;
+    if (!IsConsistent(*game, cols, rows)) {
+        // A picture of less than two by two cells has a message of its own.
+        const auto fit = FitRestoredGame(game->PictureWidth, game->PictureHeight, game->Sizes.CellSize);
+        if (!fit || !fit->TooSmall(game->Sizes.CellSize)) return std::nullopt;
+        cols = fit->GridCols;
+        rows = fit->GridRows;
+    }
     return CheckedGame{std::move(*game), cols, rows};
 }
 
@@ -108,19 +113,14 @@ void frmMain::RestoreGame(const std::string& Path) {
 }
 
 // The saved size of the picture is taken as it is. Where the grid reckoned from it is not that of the
-// pieces, as after many rounds of saving and fitting, the picture is fitted into theirs: of all sizes,
-// those from a whole number of cells up to one pixel less than the next give that grid.
+// pieces, as after many rounds of saving and fitting, the picture is fitted into theirs.
 std::optional<frmMain::NewGame> frmMain::PlanRestoredGame(const SavedGame& game, int cols, int rows) {
     const std::optional<Size> natural = ::PictureSize(game.PicturePath);
     const int cell = game.Sizes.CellSize;
-    if (!natural || cell <= 0) return std::nullopt;
+    if (!natural) return std::nullopt;
     std::optional<Fit> fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, cell);
-    if (!fit || fit->GridCols != cols || fit->GridRows != rows) {
-        const int width = std::clamp<int>(game.PictureWidth, std::max(1, (cols - 1) * cell), cols * cell - 1);
-        const int height = std::clamp<int>(game.PictureHeight, std::max(1, (rows - 1) * cell), rows * cell - 1);
-        fit = FitRestoredGame(width, height, cell);
-    }
-    if (!fit || fit->GridCols != cols || fit->GridRows != rows) return std::nullopt;
+    if (!fit || fit->GridCols != cols || fit->GridRows != rows)
+        fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, cell, cols, rows);
     return PlanGame(game.PicturePath, fit, *natural);
 }
 
