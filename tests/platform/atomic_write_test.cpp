@@ -1,0 +1,105 @@
+// Replacing a file: whole or not at all, and nothing left behind.
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+#include <csignal>
+
+#include "platform/files.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+// No file may grow beyond `bytes` while this lives.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+TEST(WriteFileAtomically, MakesAndReplacesFilesOfAnyBytes) {
+    TempFolder folder;
+    const std::string longName(255, 'n'), path = folder / longName;
+    for (const std::string& bytes :
+         {std::string("new"), std::string("a\0b\r\n", 5), std::string(3'000'000, 'x'), std::string()}) {
+        ASSERT_TRUE(WriteFileAtomically(path, bytes));
+        EXPECT_EQ(folder.Read(longName), bytes);
+        EXPECT_EQ(folder.Entries(), 1);
+    }
+}
+
+TEST(WriteFileAtomically, FailedWriteKeepsTheOldFileAndLeavesNothing) {
+    TempFolder folder;
+    const std::string path = folder.Write("game.pzl", "old");
+    {
+        const FileSizeLimit full(8192);
+        EXPECT_FALSE(WriteFileAtomically(path, std::string(20000, 'x')));
+        EXPECT_FALSE(WriteFileAtomically(folder / "other.pzl", std::string(20000, 'x')));
+    }
+    EXPECT_EQ(folder.Read("game.pzl"), "old");
+    EXPECT_EQ(folder.Entries(), 1);
+}
+
+TEST(WriteFileAtomically, RefusesTargetsThatAreNoFiles) {
+    TempFolder folder;
+    const std::string fifo = folder / "fifo", loop = folder / "loop";
+    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
+    std::filesystem::create_symlink("loop", loop);
+    const std::string inner = folder.MakeFolder("folder");
+    const std::string inside = folder.Write("file", "old") + "/below";
+    const int before = folder.Entries();
+    for (const std::string& target :
+         {fifo, loop, inner, inside, folder / "missing/game.pzl", folder / "new/", std::string()})
+        EXPECT_FALSE(WriteFileAtomically(target, "bytes")) << target;
+    EXPECT_EQ(folder.Entries(), before);
+    EXPECT_TRUE(std::filesystem::is_fifo(fifo));
+    EXPECT_EQ(folder.Read("file"), "old");
+}
+
+TEST(WriteFileAtomically, KeepsPermissionsAndHeedsTheMaskForANewFile) {
+    TempFolder folder;
+    const std::string path = folder.Write("game.pzl", "old"), fresh = folder / "fresh.pzl";
+    for (const mode_t mode : {0600u, 0664u, 0755u}) {
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        ASSERT_TRUE(WriteFileAtomically(path, "new"));
+        EXPECT_EQ(ModeOf(path), mode);
+    }
+    const mode_t mask = umask(027);
+    EXPECT_TRUE(WriteFileAtomically(fresh, "new"));
+    umask(mask);
+    EXPECT_EQ(ModeOf(fresh), 0640u);
+}
+
+TEST(WriteFileAtomically, WritesThroughLinksToTheirEnd) {
+    TempFolder folder;
+    folder.Write("deep/target.pzl", "old");
+    std::filesystem::create_symlink("deep/middle", folder / "link");
+    std::filesystem::create_symlink("target.pzl", folder / "deep/middle");
+    std::filesystem::create_symlink("deep/not-yet.pzl", folder / "dangling");
+    ASSERT_TRUE(WriteFileAtomically(folder / "link", "new"));
+    ASSERT_TRUE(WriteFileAtomically(folder / "dangling", "made"));
+    EXPECT_EQ(folder.Read("deep/target.pzl"), "new");
+    EXPECT_EQ(folder.Read("deep/not-yet.pzl"), "made");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "dangling"));
+}
+
+}  // namespace

@@ -1,0 +1,126 @@
+// Stretching pictures: exact averages down, smooth up, the same pixels however clipped.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "platform/picture.h"
+#include "platform/raster.h"
+#include "tests/support/picture_files.h"
+
+namespace {
+
+int Channel(Pixel pixel, int which) { return int(pixel >> (8 * which) & 0xFF); }
+
+Surface NoisySurface(Size size, uint32_t seed) {
+    std::mt19937 engine(seed);
+    Surface surface(size.width, size.height);
+    Pixel* pixels = surface.DrawAll();
+    for (size_t i = 0; i < size_t(size.width) * size_t(size.height); ++i) pixels[i] = OpaqueBits | Pixel(engine());
+    return surface;
+}
+
+// The share of source pixel s under target pixel d.
+double Overlap(int s, int d, int source, int target) {
+    const double from = double(d) * source / target, to = double(d + 1) * source / target;
+    return std::max(0.0, std::min(to, s + 1.0) - std::max(from, double(s)));
+}
+
+TEST(PaintPicture, SmallerIsTheAverageOfTheAreaCovered) {
+    const Surface image = NoisySurface({23, 17}, 5);
+    for (const Size size : {Size{22, 16}, {7, 5}, {1, 1}, {11, 17}, {23, 3}}) {
+        const Surface small = Stretched(image, size);
+        const double cell = double(image.Width()) * image.Height() / (size.width * size.height);
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x)
+                for (int channel = 0; channel < 3; ++channel) {
+                    double sum = 0;
+                    for (int row = 0; row < image.Height(); ++row)
+                        for (int column = 0; column < image.Width(); ++column)
+                            sum += Overlap(column, x, image.Width(), size.width) *
+                                   Overlap(row, y, image.Height(), size.height) *
+                                   Channel(image.At(column, row), channel);
+                    ASSERT_NEAR(Channel(small.At(x, y), channel), sum / cell, 0.5001)
+                        << size.width << "x" << size.height << " at " << x << ", " << y;
+                }
+    }
+}
+
+TEST(PaintPicture, HalfSizeOfFourKnownPixelsIsTheirMeanHalvesUp) {
+    Surface image(4, 2);
+    SetPixel(image, 0, 0, Rgb(10, 0, 255)), SetPixel(image, 1, 0, Rgb(20, 0, 255));
+    SetPixel(image, 0, 1, Rgb(30, 0, 255)), SetPixel(image, 1, 1, Rgb(42, 1, 254));
+    const Surface half = Stretched(image, {2, 1});
+    EXPECT_EQ(Point(half, 0, 0), Rgb(26, 0, 255));  // 25.5, 0.25, 254.75
+    EXPECT_EQ(Point(half, 1, 0), 0xFFFFFF);
+}
+
+TEST(PaintPicture, PlainColoursStayExactAtEverySize) {
+    for (const Color color : {Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(1, 127, 254)}) {
+        Surface image(37, 600);
+        FillRect(image, image.Bounds(), color);
+        for (const Size size : {Size{36, 599}, {5, 1}, {37, 1200}, {90, 13}, {200, 601}, {1, 700}}) {
+            const Surface result = Stretched(image, size);
+            for (int y = 0; y < size.height; ++y)
+                for (int x = 0; x < size.width; ++x)
+                    ASSERT_EQ(Point(result, x, y), color) << size.width << "x" << size.height;
+        }
+    }
+}
+
+TEST(PaintPicture, ReductionKeepsTheMeanOfTheWhole) {
+    const Surface image = NoisySurface({401, 303}, 9);
+    const Surface small = Stretched(image, {106, 80});
+    const auto mean = [](const Surface& surface, int channel) {
+        double sum = 0;
+        for (int y = 0; y < surface.Height(); ++y)
+            for (int x = 0; x < surface.Width(); ++x) sum += Channel(surface.At(x, y), channel);
+        return sum / surface.Width() / surface.Height();
+    };
+    for (int channel = 0; channel < 3; ++channel) EXPECT_NEAR(mean(small, channel), mean(image, channel), 0.05);
+}
+
+TEST(PaintPicture, LargerIsSmoothSymmetricalAndHoldsItsEnds) {
+    Surface step(2, 1, BlackPixel);
+    SetPixel(step, 1, 0, 0xFFFFFF);
+    const Surface wide = Stretched(step, {16, 3});
+    for (int x = 0; x < 16; ++x) {
+        EXPECT_EQ(wide.At(x, 0), wide.At(x, 2));
+        EXPECT_GE(Channel(wide.At(x, 1), 0), Channel(wide.At(std::max(x - 1, 0), 1), 0)) << x;
+        EXPECT_NEAR(Channel(wide.At(x, 1), 0) + Channel(wide.At(15 - x, 1), 0), 255, 1) << x;
+    }
+    EXPECT_EQ(wide.At(0, 0), BlackPixel);
+    EXPECT_EQ(wide.At(15, 0), WhitePixel);
+    EXPECT_GT(Channel(wide.At(7, 0), 0), 90) << "no hard step in the middle";
+}
+
+TEST(PaintPicture, ClippedPixelsEqualThoseOfTheWholeAndTheRestIsUntouched) {
+    const Surface image = NoisySurface({40, 31}, 3);
+    const Color ground = Rgb(3, 5, 7);
+    for (const Rect target :
+         {Rect{-9, -7, 25, 20}, {10, 5, 90, 70}, {-50, 3, 130, 9}, {8, -30, 40, 60}, {-5, -5, 40, 31}}) {
+        const Surface whole = Stretched(image, {target.width, target.height});
+        Surface dest(30, 24);
+        FillRect(dest, dest.Bounds(), ground);
+        PaintPicture(dest, target, image);
+        for (int y = 0; y < 24; ++y)
+            for (int x = 0; x < 30; ++x)
+                ASSERT_EQ(Point(dest, x, y), target.Contains(x, y) ? Point(whole, x - target.x, y - target.y) : ground)
+                    << "target " << target.x << ", " << target.y << " at " << x << ", " << y;
+    }
+}
+
+TEST(PaintPicture, PixelsThatAnImageDoesNotStoreCountAsItsBackground) {
+    Surface part(20, 20, ToPixel(Rgb(200, 0, 0)));
+    part.SetStorage(10, 12);
+    FillRect(part, {0, 0, 20, 20}, Rgb(0, 50, 0));
+    Surface whole(20, 20);
+    FillRect(whole, whole.Bounds(), Rgb(200, 0, 0));
+    FillRect(whole, {0, 0, 10, 12}, Rgb(0, 50, 0));
+    for (const Size size : {Size{7, 9}, {20, 20}, {33, 10}}) {
+        const Surface a = Stretched(part, size), b = Stretched(whole, size);
+        for (int y = 0; y < size.height; ++y)
+            for (int x = 0; x < size.width; ++x) ASSERT_EQ(a.At(x, y), b.At(x, y)) << x << ", " << y;
+    }
+}
+
+}  // namespace
