@@ -1,5 +1,6 @@
 // A repeating timer on the message loop. It keeps no more than one tick waiting: ticks
-// that fall due while the program is busy come as one.
+// that fall due while the program is busy come as one. A handler that yields is not
+// called again before it has returned.
 #pragma once
 #include <cstdint>
 #include <functional>

@@ -49,14 +49,22 @@ bool HeadlessDesktop::RunNextEvent() {
 }
 
 // Ticks the timer that is due first, if any is due by `until`. Its next tick is counted from
-// this one, so what fell due meanwhile comes as one.
+// this one, so what fell due meanwhile comes as one. A timer does not tick within its own tick.
 bool HeadlessDesktop::RunNextTimer(double until) {
-    const auto next = std::min_element(timers_.begin(), timers_.end(),
-                                       [](const Ticking& a, const Ticking& b) { return a.due < b.due; });
-    if (next == timers_.end() || next->due > until + ClockTolerance) return false;
+    Ticking* next = nullptr;
+    for (Ticking& entry : timers_)
+        if ((!next || entry.due < next->due) && std::ranges::find(inTick_, entry.timer) == inTick_.end()) next = &entry;
+    if (!next || next->due > until + ClockTolerance) return false;
     now_ = std::max(now_, next->due);
     next->due = now_ + next->timer->Interval() / 1000.0;
-    next->timer->DeliverTick();
+    struct InTick {
+        std::vector<Timer*>& list;
+        Timer* timer;
+        ~InTick() { std::erase(list, timer); }
+    };
+    const InTick running{inTick_, next->timer};
+    inTick_.push_back(next->timer);
+    running.timer->DeliverTick();
     return true;
 }
 
@@ -67,14 +75,17 @@ void HeadlessDesktop::Advance(double seconds) {
     now_ = std::max(now_, until);
 }
 
-// Timers that are due are taken once each round: one whose handler takes longer than its
-// interval must not keep the program here for ever.
+// Every tick moves the next one beyond the present, so this ends however long a handler takes.
+void HeadlessDesktop::RunDueTimers() {
+    const double until = now_;
+    while (RunNextTimer(until)) {
+    }
+}
+
 void HeadlessDesktop::RunPending() {
     while (RunNextEvent()) {
     }
-    const double until = now_;
-    for (size_t left = timers_.size(); left > 0 && RunNextTimer(until); --left) {
-    }
+    RunDueTimers();
 }
 
 void HeadlessDesktop::Run() {
@@ -90,13 +101,12 @@ void HeadlessDesktop::DoEvents(Yield yield) {
     }
     log.push_back("paints");
     std::erase_if(events_, [](const Event& event) { return event.input; });
-    const double until = now_;
-    for (size_t left = timers_.size(); left > 0 && RunNextTimer(until); --left) {
-    }
+    RunDueTimers();
 }
 
 void HeadlessDesktop::TimerChanged(Timer& timer, bool dying) {
     std::erase_if(timers_, [&timer](const Ticking& entry) { return entry.timer == &timer; });
+    if (dying) std::erase(inTick_, &timer);
     if (!dying && timer.Enabled() && timer.Interval() > 0)
         timers_.push_back({&timer, now_ + timer.Interval() / 1000.0});
 }
@@ -154,8 +164,8 @@ void HeadlessDesktop::RunModal(Form& form) {
     log.push_back("modal " + form.Name());
     BringForward(form);
     while (form.IsShown()) {
-        if (!events_.empty()) {
-            RunPending();
+        if (RunNextEvent()) {
+            RunDueTimers();
             continue;
         }
         modalTrouble = form.Name() + ": no event is left that could close it";

@@ -105,6 +105,7 @@ private:
     void GrantMaximized(Form& form);
     bool RunNextEvent();
     bool RunNextTimer(double until);
+    void RunDueTimers();
     void OpenModal(const std::string& entry);
     struct Event {
         bool input = false;
@@ -117,6 +118,7 @@ private:
     };
     std::deque<Event> events_;
     std::vector<Ticking> timers_;
+    std::vector<Timer*> inTick_;  // whose handlers are on the stack
     Desktop* previous_ = nullptr;
     Size screen_;
     double now_ = 1000;

@@ -1,0 +1,150 @@
+// Cells under the pointer, against a look at every cell; clicks and double clicks.
+#include <gmock/gmock.h>
+
+#include <cmath>
+#include <random>
+
+#include "platform/cell_sheet.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+// Every cell, front to back, by the rule in so many words.
+CellSheet::Hit SlowHit(const CellSheet& sheet, double x, double y) {
+    const auto edge = [](double twips) { return std::floor(twips / 15 + 0.5); };
+    for (const CellSheet::Part part : {CellSheet::Part::Figure, CellSheet::Part::Frame})
+        for (int i = 1; i <= sheet.UpperBound(); ++i) {
+            const auto& [frame, figure] = sheet.At(i);
+            const bool isFigure = part == CellSheet::Part::Figure;
+            if (!(isFigure ? figure.visible : frame.visible)) continue;
+            const double left = isFigure ? figure.left : frame.left, top = isFigure ? figure.top : frame.top;
+            const double width = isFigure ? figure.width : frame.width,
+                         height = isFigure ? figure.height : frame.height;
+            if (x >= edge(left) && x < edge(left + width) && y >= edge(top) && y < edge(top + height))
+                return {i, part, x - edge(left), y - edge(top)};
+        }
+    return {};
+}
+
+TEST(CellSheet, FindsTheSamePartAsALookAtEveryCell) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto upTo = [&random](int n) { return int(random() % unsigned(n)); };
+    for (int round = 0; round < 30; ++round) {
+        CellSheet sheet("sheet");
+        for (int step = 0; step < 200; ++step) {
+            const int k =
+                step % 3 || sheet.UpperBound() == 0 ? (sheet.Load(), sheet.UpperBound()) : 1 + upTo(sheet.UpperBound());
+            CellSheet::Cell& cell = sheet.Change(k);
+            cell.frame.left = upTo(6000) - 500;
+            cell.frame.top = upTo(9000) - 500;
+            cell.frame.height = upTo(8) ? upTo(2500) : upTo(200000);
+            cell.frame.visible = upTo(4) != 0;
+            cell.figure.left = cell.frame.left + upTo(3000) - 1500;
+            cell.figure.top = upTo(8) ? cell.frame.top + 90 : upTo(9000);
+            cell.figure.visible = upTo(4) != 0;
+            const double x = upTo(460) - 30 + upTo(4) / 4.0, y = upTo(700) - 50;
+            const CellSheet::Hit fast = sheet.HitCell(x, y), slow = SlowHit(sheet, x, y);
+            ASSERT_EQ(fast.index, slow.index) << x << ", " << y;
+            ASSERT_EQ(fast.part, slow.part) << x << ", " << y;
+            ASSERT_EQ(fast.x, slow.x);
+            ASSERT_EQ(fast.y, slow.y);
+        }
+        sheet.UnloadAll();
+        EXPECT_EQ(sheet.HitCell(100, 100).part, CellSheet::Part::None);
+        EXPECT_EQ(sheet.UpperBound(), 0);
+    }
+}
+
+class Clicks : public testing::Test {
+protected:
+    // Two cells side by side; figures 10 pixels inside their frames.
+    Clicks() {
+        for (int k = 1; k <= 2; ++k) {
+            CellSheet::Cell& cell = sheet.Load();
+            cell.frame = {.left = (k - 1) * 1500.0, .width = 1500, .height = 1500, .visible = true, .toolTip = "frame"};
+            cell.figure.left = cell.frame.left + 150;
+            cell.figure.top = 150;
+            cell.figure.width = cell.figure.height = 1200;
+            cell.figure.visible = true;
+            cell.figure.toolTip = "figure " + std::to_string(k);
+        }
+        sheet.FigureClick = [this](int k) { Note("figure", k); };
+        sheet.FrameClick = [this](int k) { Note("frame", k); };
+        sheet.FigureDblClick = [this](int k) { Note("double", k); };
+    }
+    void Note(const std::string& what, int k) { events.push_back(what + " " + std::to_string(k)); }
+    void Click(float x, float y, float toX, float toY) {
+        sheet.DeliverMouseDown(1, 0, x, y);
+        sheet.DeliverMouseUp(1, 0, toX, toY);
+    }
+    CellSheet sheet{"sheet"};
+    std::vector<std::string> events;
+};
+
+TEST_F(Clicks, NeedPressAndReleaseOnOnePart) {
+    Click(50, 50, 60, 60);
+    Click(5, 5, 95, 95);
+    Click(50, 50, 5, 5);
+    Click(50, 50, 150, 50);
+    Click(50, 50, 500, 50);
+    Click(500, 50, 50, 50);
+    sheet.DeliverMouseUp(1, 0, 50, 50);
+    EXPECT_THAT(events, ElementsAre("figure 1", "frame 1"));
+}
+
+TEST_F(Clicks, ADoubleClickFollowsOneClickAndOnlyOnAFigure) {
+    for (const float at : {50.0f, 5.0f}) {
+        Click(at, at, at, at);
+        sheet.DeliverMouseDown(1, 0, at, at);
+        sheet.DeliverDblClick(at, at);
+        sheet.DeliverMouseUp(1, 0, at, at);
+    }
+    EXPECT_THAT(events, ElementsAre("figure 1", "double 1", "frame 1"));
+}
+
+TEST_F(Clicks, ThePressedFigureGetsMovesAndReleasesOutsideInItsOwnPixels) {
+    const auto note = [this](std::string what) {
+        return [this, what](int k, int16_t, int16_t, float x, float y) {
+            Note(what + " " + std::to_string(int(x)) + "," + std::to_string(int(y)), k);
+        };
+    };
+    sheet.FigureMouseDown = note("down");
+    sheet.FigureMouseMove = note("move");
+    sheet.FigureMouseUp = note("up");
+    sheet.DeliverMouseMove(0, 0, 120, 20);
+    sheet.DeliverMouseDown(1, 0, 120, 20);
+    sheet.DeliverMouseMove(1, 0, 20, 30);
+    sheet.DeliverMouseUp(1, 0, 0, 0);
+    EXPECT_THAT(events, ElementsAre("move 10,10 2", "down 10,10 2", "move -90,20 2", "up -110,-10 2"));
+}
+
+TEST_F(Clicks, EmptyingTheSheetBetweenPressAndReleaseClicksNothing) {
+    sheet.DeliverMouseDown(1, 0, 50, 50);
+    sheet.UnloadAll();
+    sheet.Load().figure.visible = true;
+    sheet.DeliverMouseUp(1, 0, 50, 50);
+    EXPECT_TRUE(events.empty());
+    EXPECT_EQ(sheet.HitCell(50, 50).index, 1);
+}
+
+TEST_F(Clicks, ToolTipsAreThoseOfThePartUnderThePointer) {
+    EXPECT_EQ(sheet.ToolTipAt(150, 50), "figure 2");
+    EXPECT_EQ(sheet.ToolTipAt(5, 5), "frame");
+    EXPECT_EQ(sheet.ToolTipAt(500, 5), "");
+}
+
+TEST(CellSheet, NewCellsAreHiddenCopiesOfTheTemplate) {
+    CellSheet sheet("sheet");
+    sheet.Change(0).frame.backColor = 0x123456;
+    sheet.Change(0).figure.image.Resize(10, 10);
+    const CellSheet::Cell& cell = sheet.Load();
+    EXPECT_EQ(cell.frame.backColor, 0x123456);
+    EXPECT_EQ(cell.figure.width, 1635);
+    EXPECT_FALSE(cell.frame.visible || cell.figure.visible);
+    EXPECT_EQ(cell.figure.image.Width(), 0);
+}
+
+}  // namespace
