@@ -6,7 +6,9 @@
 // aren't those of the list).
 #include "shell/app_folder.h"
 
+#include <algorithm>
 #include <charconv>
+#include <filesystem>
 #include <map>
 #include <string_view>
 #include <vector>
@@ -39,9 +41,9 @@ std::string Join(const std::string& folder, std::string_view name) { return With
 
 // Makes a folder with those above it.
 bool MakeFolders(const std::string& path) {
-    if (FolderExists(path)) return true;
-    const std::string above = FolderOf(path);
-    return above.size() < path.size() && !above.empty() && MakeFolders(above) && MkDir(path);
+    std::error_code ignored;  // what counts is whether the folder is there
+    std::filesystem::create_directories(path, ignored);
+    return FolderExists(path);
 }
 
 // A line that can't be read is left out: the file it spoke of counts as new.

@@ -1,0 +1,99 @@
+// Where the program keeps the player's files, on small trees of folders.
+#include "shell/app_folder.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/headless/headless_desktop.h"
+#include "tests/support/scoped_variable.h"
+#include "tests/support/temp_folder.h"
+
+namespace {
+
+struct AppFolder : testing::Test {
+    // An installed program with two pictures and a skin.
+    void Install(const std::string& bin = "prefix/games") {
+        desktop.programPath = tree.Write(bin + "/fento-lira-master", "program");
+        tree.Write(Shipped + "Puzzle.skn", "skin 1");
+        tree.Write(Shipped + "Imagens/boat.bmp", "boat 1");
+        tree.Write(Shipped + "Imagens/tree.bmp", "tree 1");
+    }
+    std::string Mine(const std::string& name) { return tree.Read(Own + name); }
+
+    const std::string Shipped = "prefix/share/fento-lira-master/", Own = "home/data/fento-lira-master/";
+    TempFolder tree;
+    ScopedVariable dataHome{"XDG_DATA_HOME", tree / "home/data"};
+    HeadlessDesktop desktop;
+};
+
+TEST_F(AppFolder, APortableCopyStaysWhereItIs) {
+    desktop.programPath = tree.Write("stick/game/fento-lira-master", "program");
+    tree.Write("stick/game/Imagens/boat.bmp", "boat");
+    EXPECT_EQ(ChooseAppFolder(), tree / "stick/game/");
+    EXPECT_FALSE(tree.Has("home"));
+}
+
+TEST_F(AppFolder, AnInstalledProgramGetsAFolderOfThePlayersOwn) {
+    for (const char* bin : {"prefix/games", "prefix/bin"}) {
+        Install(bin);
+        EXPECT_EQ(ChooseAppFolder(), tree / Own);
+        EXPECT_EQ(Mine("Puzzle.skn"), "skin 1");
+        EXPECT_EQ(Mine("Imagens/boat.bmp"), "boat 1");
+        EXPECT_EQ(Mine("Imagens/tree.bmp"), "tree 1");
+        std::filesystem::remove_all(tree / "home");
+    }
+    // Below /usr the program is an installed one, even for somebody who may write there.
+    desktop.programPath = "/usr/bin/fento-lira-master";
+    EXPECT_EQ(ChooseAppFolder(), tree / Own);
+    desktop.programPath = tree / "not there/fento-lira-master";
+    EXPECT_EQ(ChooseAppFolder(), tree / Own);
+}
+
+TEST_F(AppFolder, CopiesFollowAnUpgradeUnlessThePlayerChangedOrDeletedThem) {
+    Install();
+    ChooseAppFolder();
+    tree.Write(Own + "Puzzle.skn", "my skin");
+    std::filesystem::remove(tree / (Own + "Imagens/tree.bmp"));
+    tree.Write(Own + "Imagens/new.bmp", "the player's own");
+    ChooseAppFolder();
+    EXPECT_EQ(Mine("Puzzle.skn"), "my skin");
+    EXPECT_FALSE(tree.Has(Own + "Imagens/tree.bmp"));
+
+    for (const char* name :
+         {"Puzzle.skn", "Imagens/boat.bmp", "Imagens/tree.bmp", "Imagens/new.bmp", "Imagens/more.bmp"})
+        tree.Write(Shipped + name, std::string(name) + " 2");
+    for (int start = 0; start < 2; ++start) {
+        ChooseAppFolder();
+        EXPECT_EQ(Mine("Puzzle.skn"), "my skin");
+        EXPECT_EQ(Mine("Imagens/boat.bmp"), "Imagens/boat.bmp 2");
+        EXPECT_FALSE(tree.Has(Own + "Imagens/tree.bmp"));
+        EXPECT_EQ(Mine("Imagens/new.bmp"), "the player's own");
+        EXPECT_EQ(Mine("Imagens/more.bmp"), "Imagens/more.bmp 2");
+    }
+    // The copy that followed once follows again.
+    tree.Write(Shipped + "Imagens/boat.bmp", "boat 3");
+    ChooseAppFolder();
+    EXPECT_EQ(Mine("Imagens/boat.bmp"), "boat 3");
+}
+
+TEST_F(AppFolder, ALostOrDamagedListCostsNoFile) {
+    Install();
+    ChooseAppFolder();
+    tree.Write(Own + "Imagens/tree.bmp", "painted over");
+    for (const char* list : {"", "zz\n1\n1 x\n\n12 3\nffffffffffffffffffff 1 Puzzle.skn\n"}) {
+        tree.Write(Own + ".shipped", list);
+        ChooseAppFolder();
+        EXPECT_EQ(Mine("Imagens/tree.bmp"), "painted over");
+        EXPECT_EQ(Mine("Puzzle.skn"), "skin 1");
+    }
+    tree.Write(Shipped + "Puzzle.skn", "skin 2");  // still known as an unchanged copy
+    ChooseAppFolder();
+    EXPECT_EQ(Mine("Puzzle.skn"), "skin 2");
+}
+
+TEST_F(AppFolder, ADataHomeThatCannotBeMadeIsNamedAllTheSame) {
+    Install();
+    tree.Write("home", "a file in its place");
+    EXPECT_EQ(ChooseAppFolder(), tree / Own);
+}
+
+}  // namespace

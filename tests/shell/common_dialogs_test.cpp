@@ -1,0 +1,133 @@
+// What goes into the desktop's dialogs and what comes back.
+#include "shell/common_dialogs.h"
+
+#include <gtest/gtest.h>
+
+#include "core/game_state.h"
+#include "platform/headless/headless_desktop.h"
+#include "platform/user_settings.h"
+#include "tests/support/scoped_variable.h"
+#include "tests/support/temp_folder.h"
+
+using namespace ModCmnDlg;
+
+namespace {
+
+struct Dialogs : testing::Test {
+    Dialogs() {
+        PuzzleModule::AppFolder = folder.WithSlash();
+        FileDialogRec = {};
+    }
+    ~Dialogs() override { PuzzleModule::ResetState(); }
+
+    TempFolder folder;
+    ScopedVariable configuration{"XDG_CONFIG_HOME", folder / "config"};
+    HeadlessDesktop desktop;
+    Form owner{"frmMain", "", ScaleMode::Pixel, FormBorder::Sizable};
+};
+
+TEST_F(Dialogs, ASavedGameIsAskedForInItsOwnFolder) {
+    FileDialogRec.FileName = "/old.pzl";
+    PrepareSavedGameDialog();
+    EXPECT_TRUE(folder.Has("Save"));
+    EXPECT_EQ(FileDialogRec.FileName, "");
+    EXPECT_EQ(FileDialogRec.Flags, 5);
+
+    desktop.fileAnswers = {"/games/  mine.pzl"};
+    ShowSave();
+    const FileDialogRequest& request = desktop.fileRequests.at(0);
+    EXPECT_TRUE(request.save);
+    EXPECT_EQ(request.folder, folder / "Save");
+    EXPECT_EQ(request.filterText, "Fento-Lira (*.pzl)");
+    EXPECT_EQ(request.filterPattern, "*.pzl");
+    EXPECT_EQ(request.title, "");
+    EXPECT_EQ(FileDialogRec.FileName, "/games/  mine.pzl");
+    EXPECT_EQ(FileDialogRec.FileTitle, "mine.pzl");
+    EXPECT_EQ(FileDialogRec.Filter, "Fento-Lira (*.pzl)|*.pzl");
+
+    ShowOpen();  // cancelled
+    EXPECT_FALSE(desktop.fileRequests.at(1).save);
+    EXPECT_EQ(FileDialogRec.FileName, "/games/  mine.pzl");
+}
+
+TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
+    const std::string longest = "/" + std::string(253, 'x');
+    desktop.fileAnswers = {longest + "y", longest};
+    ShowOpen();
+    EXPECT_EQ(FileDialogRec.FileName, "");
+    ShowOpen();
+    EXPECT_EQ(FileDialogRec.FileName, longest);
+}
+
+TEST_F(Dialogs, AFolderThatCannotBeMadeStopsNothing) {
+    folder.Write("Save", "a file in its place");
+    PrepareSavedGameDialog();
+    EXPECT_EQ(FileDialogRec.InitDir, folder / "Save");
+}
+
+TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
+    const struct {
+        const char *path, *expected;
+    } cases[] = {{"/g/jogo.txt", "/g/jogo.pzl"}, {"/g/a.b.c", "/g/a.b.pzl"},     {"/g/jogo", "/g/jogo.pzl"},
+                 {"/g.d/jogo", "/g.d/jogo.pzl"}, {"/g/jogo.pzl", "/g/jogo.pzl"}, {"/g/jogo.", "/g/jogo.pzl"},
+                 {"/g.d/a.b", "/g.d/a.pzl"}};
+    for (const auto& c : cases) EXPECT_EQ(WithSavedGameExtension(c.path), c.expected);
+}
+
+TEST(ChangeExtension, GivesTheCallersExtensionItsDotUnlessItIsEmpty) {
+    std::string extension = "pzl";
+    EXPECT_EQ(ChangeExtension("a.b", extension), "a.pzl");
+    EXPECT_EQ(extension, ".pzl");
+    std::string none;
+    EXPECT_EQ(ChangeExtension("a.b", none), "a");
+    EXPECT_EQ(none, "");
+}
+
+TEST(TrimNull, EndsAtTheFirstNul) {
+    EXPECT_EQ(TrimNull("abc"), "abc");
+    EXPECT_EQ(TrimNull(std::string("ab\0c\0", 5)), "ab");
+    EXPECT_EQ(TrimNull(std::string("\0c", 2)), "");
+}
+
+TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {
+    desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
+        EXPECT_EQ(initial, 77);
+        for (const Color color : custom) EXPECT_EQ(color, 0xFFFFFF);
+        custom[0] = 1;
+        custom[15] = 255;
+        return std::nullopt;
+    });
+    EXPECT_EQ(ShowColor(owner, 77, true), -1);
+    EXPECT_EQ(GetSetting(AppEXEName(), "cDialog", "RegColors", "Key"),
+              "1,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
+              "16777215,16777215,16777215,255");
+
+    CustomColors.fill(0);  // as in another run
+    desktop.colorAnswers.push_back([](Color, std::span<Color, 16> custom) -> std::optional<Color> {
+        EXPECT_EQ(custom[0], 1);
+        EXPECT_EQ(custom[15], 255);
+        return 0x102030;
+    });
+    EXPECT_EQ(ShowColor(owner, 0, true), 0x102030);
+}
+
+TEST_F(Dialogs, FieldsThatAreMissingOrNoColoursAreWhite) {
+    const struct {
+        const char* stored;
+        std::array<Color, 4> first;  // the rest is white
+    } cases[] = {{"Key", {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF}},
+                 {"1,2", {1, 2, 0xFFFFFF, 0xFFFFFF}},
+                 {"1,x,-3,16777216", {1, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF}},
+                 {"1,, 3 ,4", {1, 0xFFFFFF, 3, 4}},
+                 {"5,6,7,8,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
+                  "16777215,16777215,9,9",
+                  {5, 6, 7, 8}}};
+    for (const auto& c : cases) {
+        ASSERT_TRUE(SaveSetting(AppEXEName(), "cDialog", "RegColors", c.stored));
+        ShowColor(owner, 0, false);
+        for (size_t i = 0; i < 16; ++i)
+            EXPECT_EQ(CustomColors[i], i < 4 ? c.first[i] : 0xFFFFFF) << c.stored << " " << i;
+    }
+}
+
+}  // namespace

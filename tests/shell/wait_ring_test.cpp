@@ -1,0 +1,146 @@
+// The wait ring: its nine frames pixel by pixel, and when it turns.
+#include "shell/uc_firefox_wait.h"
+
+#include <gmock/gmock.h>
+
+#include <cmath>
+
+#include "platform/form.h"
+#include "platform/headless/headless_desktop.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+// The ring as a rule instead of a table. Dots stand on a circle from N clockwise; the head of frame f is
+// dot f, and shades grow lighter backwards from it, 13 a step (12 from C to D and from G to H).
+Color RingPixel(int frame, int x, int y, Color behind) {
+    constexpr int left[8] = {6, 10, 12, 10, 6, 2, 0, 2}, grey[8] = {65, 78, 91, 103, 116, 129, 142, 154};
+    for (int dot = 0; dot < 8; ++dot) {
+        const int dx = x - left[dot], dy = y - left[(dot + 6) % 8];
+        const bool corner = (dx == 0 || dx == 3) && (dy == 0 || dy == 3);
+        if (dx < 0 || dx > 3 || dy < 0 || dy > 3 || corner) continue;
+        if (frame == 8) return Rgb(178, 178, 178);
+        int age = (frame - dot + 8) % 8;
+        if (age == 0 && frame >= 4 && frame <= 6) age = 1;
+        return Rgb(grey[age], grey[age] + 11, grey[age] + 23);
+    }
+    return behind;
+}
+
+// The frame that the ring shows on `behind`, or -1.
+int ShownFrame(const ucFirefoxWait& ring, Color behind) {
+    for (int frame = 0; frame <= 8; ++frame) {
+        bool same = ring.picDestination.Image.Width() == 16 && ring.picDestination.Image.Height() == 16;
+        for (int i = 0; i < 256 && same; ++i)
+            same = ToColor(ring.picDestination.Image.At(i % 16, i / 16)) == RingPixel(frame, i % 16, i / 16, behind);
+        if (same) return frame;
+    }
+    return -1;
+}
+
+struct WaitRing : testing::Test {
+    WaitRing() {
+        ring.UserControl_InitProperties();
+        ring.SetBackColor(White);
+        ring.PropertyChanged = [this](const std::string& property) { changed.push_back(property); };
+    }
+    int Tick() {
+        desktop.Advance(ring.AnimationSpeed() / 1000.0);
+        return ShownFrame(ring, ring.BackColor());
+    }
+    static constexpr Color White = 0xFFFFFF;
+    HeadlessDesktop desktop;
+    ucFirefoxWait ring{"ucFirefoxWait1"};
+    std::vector<std::string> changed;
+};
+
+TEST_F(WaitRing, TurnsThroughEightFramesFromTheSecondOneOn) {
+    EXPECT_EQ(ShownFrame(ring, White), 8);
+    ring.PlayWait();
+    std::vector<int> frames;
+    for (int i = 0; i < 9; ++i) frames.push_back(Tick());
+    EXPECT_THAT(frames, ElementsAre(1, 2, 3, 4, 5, 6, 7, 0, 1));
+}
+
+TEST_F(WaitRing, StandsOnMagentaOnlyUntilItIsShown) {
+    ucFirefoxWait fresh("fresh");
+    EXPECT_EQ(ShownFrame(fresh, Rgb(255, 0, 255)), 8);
+    fresh.UserControl_Show();
+    EXPECT_EQ(ShownFrame(fresh, ResolveColor(ButtonFaceColor)), 8);
+    // The colour is taken from the untouched strip each time, so any colour can follow any other.
+    fresh.SetBackColor(Rgb(178, 178, 178));
+    fresh.SetBackColor(0);
+    EXPECT_EQ(ShownFrame(fresh, 0), 8);
+}
+
+TEST_F(WaitRing, OneStopEndsTwoStartsAndTheNextRunBeginsAnew) {
+    ring.PlayWait();
+    ring.PlayWait();
+    Tick();
+    Tick();
+    ring.StopWait();
+    EXPECT_FALSE(ring.IsPlaying());
+    EXPECT_EQ(ShownFrame(ring, White), 8);
+    EXPECT_EQ(Tick(), 8);
+    ring.PlayWait();
+    EXPECT_EQ(Tick(), 1);
+    EXPECT_THAT(changed, ElementsAre("IsPlaying", "IsPlaying", "IsPlaying"));
+}
+
+TEST_F(WaitRing, AStopWithoutAStartPaintsNothing) {
+    ring.FrameIndex = 5;
+    const uint64_t before = ring.picDestination.Image.Revision();
+    ring.StopWait();
+    EXPECT_EQ(ring.FrameIndex, 5);
+    EXPECT_EQ(ring.picDestination.Image.Revision(), before);
+    EXPECT_TRUE(changed.empty());
+}
+
+TEST_F(WaitRing, SpeedAndColourChangeInMidRun) {
+    ring.PlayWait();
+    Tick();
+    ring.SetAnimationSpeed(30);
+    EXPECT_EQ(Tick(), 2);
+    ring.SetBackColor(0x123456);
+    EXPECT_EQ(ShownFrame(ring, 0x123456), 8);
+    EXPECT_EQ(Tick(), 3);
+    ring.SetBackColor(ButtonFaceColor);
+    EXPECT_EQ(ring.BackColor(), ResolveColor(ButtonFaceColor));
+}
+
+TEST_F(WaitRing, TheStoredSwitchStartsNothingAndBlocksAStart) {
+    PropertyBag bag;
+    bag.WriteProperty("AnimationSpeed", std::string("fast"), int32_t(100));  // passed over
+    bag.WriteProperty("BackColor", int32_t(0x00FF00), int32_t(0));
+    bag.WriteProperty("IsPlaying", true, false);
+    ring.UserControl_ReadProperties(bag);
+    EXPECT_EQ(ring.AnimationSpeed(), 100);
+    EXPECT_TRUE(ring.IsPlaying());
+    ring.PlayWait();
+    EXPECT_FALSE(ring.tmrPlay.Enabled());
+    ring.UserControl_Show();
+    EXPECT_EQ(Tick(), 8);
+
+    PropertyBag written;
+    ring.UserControl_WriteProperties(written);
+    EXPECT_FALSE(written.Holds("AnimationSpeed"));
+    EXPECT_TRUE(written.Holds("BackColor") && written.Holds("IsPlaying"));
+    ring.SetIsPlaying(false);
+    EXPECT_THAT(changed, ElementsAre("IsPlaying"));
+}
+
+TEST_F(WaitRing, KeepsItsSizeInEveryContainer) {
+    Form twips("f", "", ScaleMode::Twip, FormBorder::Sizable), pixels("g", "", ScaleMode::Pixel, FormBorder::Sizable);
+    for (Form* form : {&twips, &pixels}) {
+        form->AddChild(ring);
+        ring.Place(195, 3585, 999, 1);
+        EXPECT_EQ(ring.PixelRect().width, 16);
+        EXPECT_EQ(ring.PixelRect().height, 16);
+        EXPECT_EQ(ring.Left(), 195);
+        form->RemoveChild(ring);
+    }
+    EXPECT_EQ(ShownFrame(ring, White), 8);
+}
+
+}  // namespace
