@@ -1,0 +1,188 @@
+// The board of a large screen: how long composing takes, measured against a plain copy of as many
+// pixels. docs/benchmarking tells how to compare two builds.
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <memory>
+
+#include "core/board.h"
+#include "core/game_state.h"
+#include "core/game_surfaces.h"
+#include "core/mask_strip.h"
+#include "core/pieces.h"
+#include "platform/raster.h"
+#include "play/joining.h"
+
+using namespace PuzzleModule;
+
+namespace {
+
+// A game of cols x rows pieces of 80 pixels, all joined as in the solved picture.
+struct Game {
+    GameSurfaces surfaces;
+    Surface board, background;
+
+    Game(int cols, int rows, int boardWidth, int boardHeight)
+        : board(boardWidth, boardHeight), background(boardWidth, boardHeight, ToPixel(Rgb(90, 120, 60))) {
+        ResetState();
+        Surfaces = &surfaces;
+        SetSizes({80, 44, 4, 3});
+        GameLevel = 5;
+        GridCols = int16_t(cols);
+        GridRows = int16_t(rows);
+        ScaleMasks(TileSize);
+        surfaces.picMaster.Resize(cols * CellSize, rows * CellSize);
+        Pixel* pixels = surfaces.picMaster.DrawAll();
+        for (int i = 0; i < cols * rows * CellSize * CellSize; ++i) pixels[i] = OpaqueBits | uint32_t(i) * 2654435761u;
+        CutPieces(surfaces.picMaster, surfaces.picMasks[1], surfaces.picPat);
+        for (PieceRec& piece : Pieces) {
+            piece.X = int16_t(11 + piece.Col * CellSize);
+            piece.Y = int16_t(11 + piece.Row * CellSize);
+        }
+    }
+    ~Game() { Surfaces = nullptr; }
+
+    // Spreads the pieces over a lattice like that of the scatter, in an order that mixes neighbours.
+    void Spread() {
+        const int step = CellSize + ScatterGap * TileUnit + 1;
+        const int columns = board.Width() / step;
+        for (size_t i = 0; i < Pieces.size(); ++i) {
+            const int place = int(i * 7919 % Pieces.size());
+            Pieces[i].X = int16_t(place % columns * step / 11 * 11);
+            Pieces[i].Y = int16_t(place / columns * step / 11 * 11);
+        }
+    }
+
+    void Draw() { DrawBoard(board, background); }
+};
+
+Game LargeGame() { return Game(36, 24, 4800, 2700); }
+
+void MoveHeld(int step) {
+    PieceRec& held = Pieces[0];
+    held.X = int16_t(600 + step % 64 * 5);
+    held.Y = int16_t(400 + step % 48 * 3);
+    for (size_t i = 1; i < Pieces.size(); ++i) {
+        if (Pieces[i].InGroup == 0) continue;
+        Pieces[i].X = int16_t(held.X + Pieces[i].GroupDX);
+        Pieces[i].Y = int16_t(held.Y + Pieces[i].GroupDY);
+    }
+}
+
+// The yardstick.
+void CopyBoard(benchmark::State& state) {
+    const size_t count = size_t{4800} * 2700;
+    auto from = std::make_unique<Pixel[]>(count), to = std::make_unique<Pixel[]>(count);
+    std::memset(from.get(), 1, count * sizeof(Pixel));
+    for (auto _ : state) {
+        std::memcpy(to.get(), from.get(), count * sizeof(Pixel));
+        benchmark::DoNotOptimize(to[count / 2]);
+        benchmark::ClobberMemory();
+    }
+    state.SetBytesProcessed(state.iterations() * int64_t(count * sizeof(Pixel)));
+}
+BENCHMARK(CopyBoard);
+
+// Foreign drawing on the board makes every composition a whole one.
+void ComposeWhole(benchmark::State& state) {
+    Game game = LargeGame();
+    game.Spread();
+    for (auto _ : state) {
+        SetPixel(game.board, 0, 0, 0);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(ComposeWhole);
+
+// Arguments: pieces; whether the held one moves over the spread pieces or over bare board.
+void MoveOnePiece(benchmark::State& state) {
+    const bool large = state.range(0) > 50;
+    Game game = large ? LargeGame() : Game(10, 5, 2400, 1350);
+    game.Spread();
+    for (PieceRec& piece : Pieces) {
+        if (state.range(1) != 0)
+            piece.X = int16_t(piece.X + 550), piece.Y = int16_t(piece.Y + (large ? 0 : 380));
+        else
+            piece.Y = int16_t(piece.Y + 700);
+    }
+    PickedPiece = 0;
+    game.Draw();
+    int step = 0;
+    for (auto _ : state) {
+        MoveHeld(++step);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(MoveOnePiece)->ArgsProduct({{50, 864}, {0, 1}});
+
+// The first half of the rows moves with the held piece over the other half.
+void MoveHalfOfThePieces(benchmark::State& state) {
+    Game game = LargeGame();
+    PickedPiece = 0;
+    for (PieceRec& piece : Pieces) {
+        piece.InGroup = piece.Row < 12 && piece.PieceId != 0 ? -1 : 0;
+        piece.GroupDX = int16_t(piece.X - Pieces[0].X);
+        piece.GroupDY = int16_t(piece.Y - Pieces[0].Y);
+    }
+    game.Draw();
+    int step = 0;
+    for (auto _ : state) {
+        MoveHeld(++step);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(MoveHalfOfThePieces);
+
+// The press on a piece of a group of 864: its record comes to the front, the group is collected.
+void PickUpInLargeGroup(benchmark::State& state) {
+    Game game = LargeGame();
+    game.Draw();
+    for (auto _ : state) {
+        PickedPiece = -1;
+        for (PieceRec& piece : Pieces) piece.InGroup = 0;
+        const size_t taken = Pieces.size() - 5;
+        const PieceRec record = Pieces[taken];
+        for (size_t k = taken; k > 0; --k) Pieces[k] = Pieces[k - 1];
+        Pieces[0] = record;
+        PickedPiece = 0;
+        CollectGroup(0);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(PickUpInLargeGroup);
+
+void CopySquare(benchmark::State& state) {
+    Surface from(160, 160), to(160, 160);
+    FillRect(from, {3, 5, 100, 90}, Rgb(1, 2, 3));
+    for (auto _ : state) {
+        BitBlt(to, 0, 0, 160, 160, from, 0, 0, RasterOp::SrcCopy);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(CopySquare);
+
+void TurnPiece(benchmark::State& state) {
+    Game game(2, 2, 400, 400);
+    SetSizes({160, 88, 8, 2});
+    ScaleMasks(TileSize);
+    CutPieces(game.surfaces.picMaster, game.surfaces.picMasks[1], game.surfaces.picPat);
+    for (auto _ : state) {
+        RotatePiece(0, game.surfaces.picTmp);
+        benchmark::ClobberMemory();
+    }
+}
+BENCHMARK(TurnPiece);
+
+void CutLargePicture(benchmark::State& state) {
+    Game game = LargeGame();
+    for (auto _ : state) CutPieces(game.surfaces.picMaster, game.surfaces.picMasks[1], game.surfaces.picPat);
+}
+BENCHMARK(CutLargePicture)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+
+BENCHMARK_MAIN();
