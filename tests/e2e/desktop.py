@@ -1,0 +1,296 @@
+"""A private screen for the real program: Xvfb, openbox, mouse, keys and screenshots.
+
+Everything a session starts it ends by its own process id. The program runs as a portable
+copy in a folder of its own, with a HOME of its own, so a run leaves nothing behind and
+finds nothing from before.
+"""
+
+import os
+import re
+import shutil
+import signal
+import subprocess
+import tempfile
+import time
+
+
+class Failure(AssertionError):
+    pass
+
+
+def wait_for(condition, what, seconds=15.0):
+    """Returns the first true value of `condition()`; fails with `what` after `seconds`."""
+    end = time.monotonic() + seconds
+    while time.monotonic() < end:
+        value = condition()
+        if value:
+            return value
+        time.sleep(0.05)
+    raise Failure(f"waited {seconds:g} s in vain for {what}")
+
+
+def run(*command, check=True, env=None, binary=False):
+    done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=env, timeout=60)
+    if check and done.returncode:
+        raise Failure(f"{' '.join(command)}: {done.stderr.decode(errors='replace').strip()}")
+    return done.stdout if binary else done.stdout.decode(errors="replace")
+
+
+class Screen:
+    """An Xvfb of a given size with a window manager."""
+
+    def __init__(self, width, height):
+        self.width, self.height = width, height
+        self.processes = []
+        self.home = tempfile.mkdtemp(prefix="fento-home-")
+        read, write = os.pipe()
+        self._start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp",
+                     "-noreset"], pass_fds=[write])
+        os.close(write)
+        number = os.read(read, 16).decode().strip()
+        os.close(read)
+        if not number:
+            raise Failure("Xvfb gave no display")
+        self.env = {k: v for k, v in os.environ.items() if not k.startswith(("WAYLAND", "QT_", "XDG_", "PULSE"))}
+        os.makedirs(self.home + "/pulse")
+        with open(self.home + "/pulse/client.conf", "w") as conf:
+            conf.write("autospawn = no\n")
+        self.env.update(DISPLAY=":" + number, HOME=self.home, XDG_RUNTIME_DIR=self.home, LC_ALL="C.UTF-8",
+                        PULSE_CLIENTCONFIG=self.home + "/pulse/client.conf")
+        os.chmod(self.home, 0o700)
+        self._start(["openbox"], env=self.env)
+        wait_for(lambda: "_NET_SUPPORTING_WM_CHECK" in run("xprop", "-root", env=self.env, check=False),
+                 "the window manager")
+
+    def _start(self, command, **more):
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, **more)
+        self.processes.append(process)
+        return process
+
+    def close(self):
+        for process in reversed(self.processes):
+            if process.poll() is None:
+                process.send_signal(signal.SIGTERM)
+                try:
+                    process.wait(5)
+                except subprocess.TimeoutExpired:
+                    process.kill()
+                    process.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+    # Mouse and keys ------------------------------------------------------------------
+
+    def xdo(self, *arguments, check=True):
+        return run("xdotool", *[str(a) for a in arguments], env=self.env, check=check)
+
+    def move(self, x, y):
+        self.xdo("mousemove", round(x), round(y))
+
+    def press(self, button=1):
+        self.xdo("mousedown", button)
+
+    def release(self, button=1):
+        self.xdo("mouseup", button)
+
+    def click(self, x, y, button=1, times=1):
+        self.move(x, y)
+        self.xdo("click", "--repeat", times, "--delay", 60, button)
+
+    def drag(self, x1, y1, x2, y2, turns=0, steps=6):
+        """Picks up at x1, y1, turns by the right button, carries to x2, y2 and lets go."""
+        self.move(x1, y1)
+        self.press()
+        for _ in range(turns):
+            self.xdo("click", 3)
+            time.sleep(0.03)
+        for step in range(1, steps + 1):
+            self.move(x1 + (x2 - x1) * step / steps, y1 + (y2 - y1) * step / steps)
+        time.sleep(0.03)
+        self.release()
+        time.sleep(0.05)
+
+    def key(self, *keys):
+        self.xdo("key", "--delay", 40, *keys)
+
+    def type(self, text):
+        self.xdo("type", "--delay", 15, text)
+
+    # Windows and pixels --------------------------------------------------------------
+
+    def window(self, title, seconds=15.0):
+        """The id of the visible window whose title is exactly `title`."""
+        pattern = "^" + re.escape(title) + "$"
+
+        def find():
+            found = self.xdo("search", "--onlyvisible", "--name", pattern, check=False).split()
+            return found[-1] if found else None
+
+        return wait_for(find, f"the window '{title}'", seconds)
+
+    def has_window(self, title):
+        return bool(self.xdo("search", "--onlyvisible", "--name", "^" + re.escape(title) + "$", check=False).split())
+
+    def gone(self, title, seconds=15.0):
+        wait_for(lambda: not self.has_window(title), f"the window '{title}' to go", seconds)
+
+    def place(self, window):
+        """x, y, width, height of a window's client area on the screen."""
+        values = dict(line.split("=") for line in self.xdo("getwindowgeometry", "--shell", window).split() if "=" in line)
+        return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
+
+    def pixels(self):
+        """The whole screen as rows of (r, g, b) by index: a function of x and y."""
+        data = run("import", "-window", "root", "-depth", "8", "rgb:-", env=self.env, binary=True)
+        width = self.width
+        return lambda x, y: tuple(data[3 * (y * width + x):3 * (y * width + x) + 3])
+
+    def screenshot(self, path):
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        run("import", "-window", "root", path, env=self.env)
+
+
+class Game:
+    """The real program in a portable folder on a screen."""
+
+    TITLE = "Fento-Lira Master"
+    BOARD = (254, 253, 231)  # the colour of a new board
+
+    def __init__(self, screen, program, folder=None, skin=True):
+        self.screen = screen
+        self.folder = folder or tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
+        self.program = os.path.join(self.folder, "fento-lira-master")
+        if not os.path.exists(self.program):
+            shutil.copy2(program, self.program)
+            skin_file = os.path.join(os.path.dirname(os.path.abspath(program)), "Puzzle.skn")
+            if skin and os.path.exists(skin_file):
+                shutil.copy2(skin_file, self.folder)
+        self.process = None
+        self.window = None
+
+    def start(self):
+        self.process = self.screen._start([self.program], env=self.screen.env, cwd=self.folder)
+        self.window = self.screen.window(self.TITLE)
+        # The splash goes half a second after the main window has come.
+        wait_for(lambda: len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*",
+                                             check=False).split()) == 1 or None, "the splash to go")
+        wait_for(lambda: self.screen.place(self.window)[2] >= self.screen.width - 2, "the maximised window")
+        self.find_board()
+        return self
+
+    def end(self):
+        """Ends the program by closing its window."""
+        self.screen.xdo("windowclose", self.window)
+        self.process.wait(10)
+
+    def find_board(self):
+        """Where the board's visible part begins on the screen: below the menu bar."""
+        x, y, width, _ = self.screen.place(self.window)
+        pixel = self.screen.pixels()
+        for row in range(y, y + 120):
+            if all(pixel(column, row) == self.BOARD for column in range(x + width // 4, x + width // 4 + 40)):
+                self.origin = (x, row)
+                return
+        raise Failure("no board below the menu bar")
+
+    @property
+    def board_offset(self):
+        """picScreen.Left and Top after a new game: the board is centred on the screen."""
+        w, h = self.screen.width, self.screen.height
+        factor = 1.25 if w >= 1280 else 1.5 if w >= 1024 else 2.0
+        return -(round(w * factor) - w) / 2, -(round(h * factor) - h) / 2
+
+    def to_screen(self, x, y):
+        """A point of the board in screen coordinates, the view being as a new game leaves it."""
+        left, top = self.board_offset
+        return self.origin[0] + left + x, self.origin[1] + top + y
+
+    def menu(self, top, *steps):
+        """Opens menu `top` (0 Jogo, 1 Opções, 2 Ajuda) by mouse and walks on by keys."""
+        x, y, _, _ = self.screen.place(self.window)
+        column = (20, 75, 130)[top]
+        self.screen.click(x + column, (y + self.origin[1]) // 2)
+        time.sleep(0.2)
+        self.screen.key(*steps)
+        time.sleep(0.2)
+
+    def new_game(self, level):
+        """level 0, 1, 3, 4 or 5."""
+        downs = {0: 0, 1: 1, 3: 2, 4: 3, 5: 4}[level]
+        self.menu(0, "Down", "Right", *["Down"] * downs, "Return")
+        return self.screen.window("Busca Imagens")
+
+    def thumbnail(self, dialog, number):
+        """The middle of the number-th thumbnail (from 1) on the screen, the sheet unscrolled."""
+        x, y, _, _ = self.screen.place(dialog)
+        column, row = (number - 1) % 4, (number - 1) // 4
+        return x + (2835 + 10 + column * 1835 + 862) / 15, y + (60 + 10 + 200 + row * 1790 + 840) / 15
+
+    def save(self, name):
+        """Saves by Ctrl+S and a typed name; returns the file's path."""
+        path = os.path.join(self.folder, "Save", name + ".pzl")
+        if os.path.exists(path):
+            os.remove(path)
+        before = self.windows()
+        self.screen.key("ctrl+s")
+        wait_for(lambda: self.windows() > before, "the save dialog")
+        time.sleep(0.4)
+        self.screen.type(name)
+        self.screen.key("Return")
+        wait_for(lambda: os.path.exists(path), f"the saved game {path}")
+        wait_for(lambda: self.windows() == before, "the save dialog to close")
+        return path
+
+    def load(self, name):
+        before = self.windows()
+        self.screen.key("ctrl+o")
+        wait_for(lambda: self.windows() > before, "the open dialog")
+        time.sleep(0.4)
+        self.screen.type(name)
+        self.screen.key("Return")
+        wait_for(lambda: self.windows() == before, "the open dialog to close")
+        time.sleep(0.5)
+
+    def windows(self):
+        return len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*",
+                                   check=False).split())
+
+
+class Saved:
+    """What a saved game says."""
+
+    def __init__(self, path):
+        with open(path, "rb") as file:
+            lines = file.read().decode("cp1252").split("\r\n")
+        number = [0] + [int(lines[i]) if i != 1 else 0 for i in range(10)]
+        self.seconds, self.picture, self.level = number[1], lines[1], number[3]
+        self.tile, self.cell, self.unit = number[6], number[7], number[8]
+        keys = ("x", "y", "col", "row", "rotation", "id", "mask")
+        self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + number[10] + 1]]
+
+
+def solve(game, saved, until=None, corner=None):
+    """Plays the game to its end with the mouse, as the saved game says the pieces lie.
+
+    The top-left piece goes first, to `corner` of the board (a free place in view); the others are
+    turned upright in the hand and dropped beside it, last piece last. `until` stops before so many
+    pieces are left to place.
+    """
+    half = saved.tile // 2
+    pieces = sorted(saved.pieces, key=lambda p: (p["row"], p["col"]))
+    left, top = game.board_offset
+    ref_x, ref_y = corner or (-left + 60, -top + 60)
+    ref_x, ref_y = round(ref_x / 11) * 11, round(ref_y / 11) * 11
+    for count, piece in enumerate(pieces):
+        if until is not None and len(pieces) - count <= until:
+            return
+        target_x, target_y = ref_x + piece["col"] * saved.cell, ref_y + piece["row"] * saved.cell
+        x1, y1 = game.to_screen(piece["x"] + half, piece["y"] + half)
+        x2, y2 = game.to_screen(target_x + half, target_y + half)
+        game.screen.drag(x1, y1, x2 + 3, y2 - 2, turns=(4 - piece["rotation"]) % 4)
