@@ -29,7 +29,8 @@ struct Tap {
 // The filter of one axis for target pixels `begin` .. `end` - 1.
 struct Filter {
     int begin = 0, end = 0;
-    int64_t sum = 1;
+    int64_t sum = 1;   // of the weights of any one target pixel
+    bool box = false;  // weights by length covered
     std::vector<Tap> taps;
     std::vector<int32_t> weights;
     const Tap& At(int target) const { return taps[size_t(target - begin)]; }
@@ -88,6 +89,7 @@ Filter MakeFilter(int begin, int end, int target, int source) {
     Filter filter;
     filter.begin = begin;
     filter.end = end;
+    filter.box = target < source;
     filter.sum = target < source ? source : target > source ? 1 << CubicBits : 1;
     filter.taps.reserve(size_t(end - begin));
     for (int d = begin; d < end; ++d) {
@@ -124,7 +126,7 @@ private:
 class ColumnSums {
 public:
     ColumnSums(const Surface& image, int firstColumn, int endColumn)
-        : image_(image), first_(firstColumn), sums_(size_t(endColumn - firstColumn) * 4), plain_(sums_.size()) {}
+        : image_(image), first_(firstColumn), sums_(size_t(endColumn - firstColumn) * 4), inside_(sums_.size()) {}
 
     const int32_t* Sum(const Filter& filter, int target);
 
@@ -134,12 +136,12 @@ private:
 
     const uint8_t* Source(int row) const { return reinterpret_cast<const uint8_t*>(image_.Row(row) + first_); }
     void Add(int row, int32_t weight, size_t from, size_t count);
-    void AddPlain(int firstRow, int rows, int32_t weight, size_t from, size_t count);
+    void SumBox(const Tap& tap, const int32_t* weights, size_t from, size_t count);
 
     const Surface& image_;
     int first_;
     std::vector<int32_t> sums_;
-    std::vector<uint16_t> plain_;
+    std::vector<uint16_t> inside_;
 };
 
 void ColumnSums::Add(int row, int32_t weight, size_t from, size_t count) {
@@ -154,33 +156,39 @@ void ColumnSums::Add(int row, int32_t weight, size_t from, size_t count) {
     }
 }
 
-// Rows of one weight: added first, at most 256 of them, and multiplied once.
-void ColumnSums::AddPlain(int firstRow, int rows, int32_t weight, size_t from, size_t count) {
-    uint16_t* __restrict plain = plain_.data() + from;
-    std::fill_n(plain, count, uint16_t(0));
-    for (int row = firstRow; row < firstRow + rows; ++row) {
-        const uint8_t* __restrict in = Source(row) + from;
-        for (size_t i = 0; i < count; ++i) plain[i] = uint16_t(plain[i] + in[i]);
+// A box of three rows or more: those between the two edges have one weight, so they are
+// added up in 16 bits and multiplied once.
+void ColumnSums::SumBox(const Tap& tap, const int32_t* weights, size_t from, size_t count) {
+    uint16_t* __restrict inside = inside_.data() + from;
+    const uint8_t* __restrict second = Source(tap.first + 1) + from;
+    for (size_t i = 0; i < count; ++i) inside[i] = second[i];
+    for (int k = 2; k < tap.count - 1; ++k) {
+        const uint8_t* __restrict in = Source(tap.first + k) + from;
+        for (size_t i = 0; i < count; ++i) inside[i] = uint16_t(inside[i] + in[i]);
     }
+    const uint8_t* __restrict top = Source(tap.first) + from;
+    const uint8_t* __restrict bottom = Source(tap.first + tap.count - 1) + from;
+    const auto topWeight = uint16_t(weights[0]), insideWeight = uint16_t(weights[1]);
+    const auto bottomWeight = uint16_t(weights[tap.count - 1]);
     int32_t* __restrict out = sums_.data() + from;
-    for (size_t i = 0; i < count; ++i) out[i] += weight * int32_t(plain[i]);
+    for (size_t i = 0; i < count; ++i)
+        out[i] = int32_t(uint32_t(topWeight) * uint16_t(top[i]) + uint32_t(insideWeight) * inside[i] +
+                         uint32_t(bottomWeight) * uint16_t(bottom[i]));
 }
 
 const int32_t* ColumnSums::Sum(const Filter& filter, int target) {
     const Tap& tap = filter.At(target);
     const int32_t* weights = filter.weights.data() + tap.weights;
+    // Up to 257 bytes fit into 16 bits; no weight of a box is larger than the inner ones.
+    const bool box = filter.box && tap.count >= 3 && tap.count <= 258 && weights[1] <= UINT16_MAX;
     for (size_t from = 0; from < sums_.size(); from += Stretch) {
         const size_t count = std::min(Stretch, sums_.size() - from);
-        std::fill_n(sums_.data() + from, count, 0);
-        for (int k = 0; k < tap.count;) {
-            int same = 1;
-            while (k + same < tap.count && same < 256 && weights[k + same] == weights[k]) ++same;
-            if (same > 1)
-                AddPlain(tap.first + k, same, weights[k], from, count);
-            else
-                Add(tap.first + k, weights[k], from, count);
-            k += same;
+        if (box) {
+            SumBox(tap, weights, from, count);
+            continue;
         }
+        std::fill_n(sums_.data() + from, count, 0);
+        for (int k = 0; k < tap.count; ++k) Add(tap.first + k, weights[k], from, count);
     }
     return sums_.data();
 }
