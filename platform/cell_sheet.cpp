@@ -137,6 +137,18 @@ CellSheet::Hit CellSheet::HitCell(double x, double y) const {
     return best;
 }
 
+std::vector<int> CellSheet::CellsIn(const Rect& area) const {
+    if (area.Empty()) return {};
+    RefreshBands();
+    std::vector<int> cells = tall_;
+    const auto last = bands_.upper_bound(BandOf(area.Bottom() - 1));
+    for (auto band = bands_.lower_bound(BandOf(area.y)); band != last; ++band)
+        cells.insert(cells.end(), band->second.begin(), band->second.end());
+    std::sort(cells.begin(), cells.end());
+    cells.erase(std::unique(cells.begin(), cells.end()), cells.end());
+    return cells;
+}
+
 std::string CellSheet::ToolTipAt(double x, double y) const {
     const Hit hit = HitCell(x, y);
     if (hit.part == Part::None) return {};

@@ -61,6 +61,8 @@ public:
     // rounded to whole pixels as they are painted (ToPixelRect). Looks at the cells of
     // one band of the sheet only.
     Hit HitCell(double x, double y) const;
+    // The cells with a visible part that may reach into `area`, in pixels of the sheet, by rising numbers.
+    std::vector<int> CellsIn(const Rect& area) const;
     std::string ToolTipAt(double x, double y) const;
 
     std::function<void(int Index)> FigureClick, FrameClick, FigureDblClick;

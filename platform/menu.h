@@ -45,6 +45,7 @@ public:
     void DeliverClick();
 
     void AttachPeer(std::unique_ptr<Peer> peer) { peer_ = std::move(peer); }
+    Peer* GetPeer() const { return peer_.get(); }
     void SetForm(Form* form);  // for the whole tree below; the form that runs the handlers
 
 private:

@@ -1,0 +1,49 @@
+// The widget of a picture box.
+#pragma once
+#include <QPoint>
+#include <QWidget>
+
+#include "platform/control.h"
+
+class PictureBox;
+
+class BoxWidget : public QWidget {
+public:
+    BoxWidget(PictureBox& box, QWidget* parent);
+    ~BoxWidget() override;
+
+    void RepaintImage(const Region& damage);
+
+    // Lets go of what is held down where the pointer last was: a window or a menu that
+    // opens in mid-drag swallows the release.
+    static void ReleaseHeld();
+    // The buttons held are nobody's any more: the drag of a window took their releases.
+    static void ForgetHeld();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+private:
+    void Press(const QMouseEvent& event);
+    void ReleaseMissing(int16_t down);
+
+    PictureBox& box_;
+    int16_t held_ = 0;  // buttons whose press was delivered and whose release was not
+    int16_t shift_ = 0;
+    QPointF last_;
+    QPoint wheel_;  // eighths of a degree not yet delivered
+};
+
+// Whole notches in `pending` plus the event's turn; what is left stays in `pending`. Shift turns the
+// wheel sideways.
+QPoint TakeNotches(QPoint& pending, const QWheelEvent& event);
+
+// A line of one pixel round `widget`, as `border` wants it.
+void DrawEdge(QWidget& widget, Border border);
+inline constexpr int EdgeWidth = 1;
