@@ -1,0 +1,156 @@
+// The menu, its switches, the colour of the board, and the clock's text.
+#include <gtest/gtest.h>
+
+#include "tests/support/game_fixture.h"
+
+using namespace PuzzleModule;
+
+namespace {
+
+void List(MenuItem& above, const std::string& indent, std::string& text) {
+    for (MenuItem& item : above.Items()) {
+        text += indent + item.Name() + " \"" + item.Caption() + "\"";
+        const Shortcut key = item.Key();
+        if (key.function) text += " F" + std::to_string(key.function);
+        if (key.key) text += std::string(key.control ? " Ctrl+" : " ") + key.key;
+        text += item.Checked() ? " checked\n" : "\n";
+        List(item, indent + "  ", text);
+    }
+}
+
+}  // namespace
+
+TEST(Menu, TreeIsTheOneThePlayersKnow) {
+    GameFixture play;
+    std::string tree;
+    List(play.main.Menus, "", tree);
+    EXPECT_EQ(tree, R"(mnuGame "Jogo"
+  mnuNew "Novo Jogo"
+    mnuNewGame(0) "Kids A"
+    mnuNewGame(1) "Kids B"
+    mnuNewGame(2) "-"
+    mnuNewGame(3) "Fácil"
+    mnuNewGame(4) "Intermediário"
+    mnuNewGame(5) "Difícil"
+  mnuShuffle "Reniciar este jogo" F3
+  mnu5 "-"
+  mnuSaveGame "Salvar este jogo   " Ctrl+S
+  mnuLoadGame "Abrir um jogo salvo" Ctrl+O
+  mnu0 "-"
+  mnuExit "Sair"
+mnuOptions "Opções"
+  mnuHints "Mostrar uma jogada" Ctrl+M
+  MnDesistir "Desistir"
+  mnu2 "-"
+  mnuSounds "Usar efeitos de som" checked
+  mnuStatus "Exibir miniatura" checked
+  mnuBackground "Cor de Fundo"
+mnuHelp "Ajuda"
+  mnuHowToPlay "Tópicos da Ajuda" F1
+  mnu4 "-"
+  mnuAbout "Sobre"
+)");
+}
+
+TEST(Menu, ItemsAreGreyedAtTheOpeningAndOnlyThere) {
+    GameFixture play;
+    const auto enabled = [&play] {
+        std::string text;
+        for (const char* name : {"mnuSaveGame", "mnuShuffle", "mnuHints", "MnDesistir"})
+            text += play.Item(name).Enabled() ? '1' : '0';
+        return text;
+    };
+    const auto open = [&play] { play.Menu("mnuGame"), play.Menu("mnuOptions"); };
+    EXPECT_EQ(enabled(), "1111");
+    open();
+    EXPECT_EQ(enabled(), "0000");
+    play.StartGrid(2, 2);
+    EXPECT_EQ(enabled(), "0000");  // a shortcut follows the last opening
+    open();
+    EXPECT_EQ(enabled(), "1111");
+    play.Menu("MnDesistir");
+    EXPECT_EQ(enabled(), "1111");
+    open();
+    EXPECT_EQ(enabled(), "0100");
+    play.desktop.boxAnswers.push_back(MsgBoxResult::Yes);
+    play.Menu("mnuShuffle");
+    play.SolveAllButLast(220, 220);
+    play.Drag(1, 1, 220 + CellSize, 220 + CellSize);
+    open();
+    EXPECT_EQ(enabled(), "0100");
+}
+
+TEST(Menu, SwitchesAndColourAreWrittenAtOnceAndReadAtTheNextStart) {
+    GameFixture play;
+    play.Menu("mnuSounds");
+    EXPECT_NE(play.folder.Read("config.ini").find("Som=False"), std::string::npos);
+    play.Menu("mnuStatus");
+    play.desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16>) {
+        EXPECT_EQ(initial, 15203838);
+        return std::optional<Color>(0x0000FF);
+    });
+    play.Menu("mnuBackground");
+    EXPECT_EQ(play.main.picScreen.Image.At(5, 5), 0xFFFF0000u);  // recoloured without a game, too
+    play.desktop.colorAnswers.push_back([](Color, std::span<Color, 16>) { return std::nullopt; });
+    play.Menu("mnuBackground");
+
+    frmMain next;
+    next.Form_Load();
+    EXPECT_FALSE(next.mnuSounds->Checked());
+    EXPECT_FALSE(next.mnuStatus->Checked());
+    EXPECT_EQ(next.picScreen.BackColor(), 0x0000FF);
+    EXPECT_EQ(next.Surfaces.picBG.Background(), 0xFFFF0000u);
+}
+
+TEST(Menu, ExitEndsTheProgramWithoutAQuestion) {
+    GameFixture play;
+    play.StartGrid(2, 2);
+    EXPECT_THROW(play.Menu("mnuExit"), HeadlessDesktop::ProgramEnded);
+    EXPECT_TRUE(play.desktop.boxes.empty());
+}
+
+TEST(Menu, RestartAsksAndKeepsEverythingUnlessTheAnswerIsYes) {
+    GameFixture play;
+    play.StartGrid(4, 3);
+    play.desktop.Advance(5);
+    const GameFixture::State before = play.Snapshot();
+    play.Menu("mnuShuffle");
+    ASSERT_EQ(play.desktop.boxes.size(), 1u);
+    EXPECT_EQ(play.desktop.boxes[0].style, 36);
+    EXPECT_EQ(play.Snapshot(), before);
+    const double left = play.main.picScreen.Left();
+    play.main.HScroll1.DeliverValue(480, false);
+    play.desktop.boxAnswers.push_back(MsgBoxResult::Yes);
+    play.Menu("mnuShuffle");
+    EXPECT_NE(play.Snapshot(), before);
+    EXPECT_NE(play.main.picScreen.Left(), left);  // the view stays where the player put it
+    EXPECT_EQ(ElapsedSeconds, 0);
+    EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
+}
+
+TEST(Clock, GoesOnInWholeHoursPastEveryNarrowNumber) {
+    GameFixture play;
+    play.StartGrid(2, 2);
+    struct Case {
+        int32_t seconds;
+        const char* text;
+    };
+    for (const Case& c : {Case{59, "00:00:59"}, Case{60, "00:01:00"}, Case{3600, "01:00:00"}, Case{32767, "09:06:07"},
+                          Case{32768, "09:06:08"}, Case{360000, "100:00:00"}, Case{INT32_MAX, "596523:14:07"}}) {
+        ElapsedSeconds = c.seconds - 1;
+        play.main.Timer1_Timer();
+        EXPECT_EQ(play.main.lblElapsed.Caption(), std::string("Fácil - ") + c.text);
+    }
+    play.main.Timer1_Timer();
+    EXPECT_EQ(ElapsedSeconds, INT32_MAX);
+}
+
+TEST(Panel, IsDraggedByItsPictureAndFrameButNotByTheClock) {
+    GameFixture play;
+    play.StartGrid(2, 2);
+    play.desktop.log.clear();
+    play.main.picStatus.DeliverMouseDown(2, 0, 5, 5);
+    play.main.Picture1.DeliverMouseDown(1, 0, 5, 5);
+    play.main.imgMaster.DeliverMouseDown(1, 0, 5, 5);
+    EXPECT_EQ(play.desktop.log, std::vector<std::string>(3, "drag picStatus"));
+}

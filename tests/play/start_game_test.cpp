@@ -1,0 +1,189 @@
+// Starting a game: what the player gets, and what stays as it was when nothing comes of it.
+#include <gtest/gtest.h>
+
+#include "browser/frm_thumbs.h"
+#include "tests/support/game_fixture.h"
+
+using namespace PuzzleModule;
+
+TEST(StartGame, PictureOf800By600On1024By768MakesFortyEightPieces) {
+    GameFixture play({1024, 768});
+    ASSERT_TRUE(play.Start(play.AddPicture("a.bmp", {800, 600}), 3));
+    EXPECT_EQ(Pieces.size(), 48u);
+    EXPECT_EQ(GridCols, 8);
+    EXPECT_EQ(GridRows, 6);
+    EXPECT_EQ(PictureWidth, 524);
+    EXPECT_EQ(PictureHeight, 394);
+    // The picture in a white frame one pixel wide, the rest of the whole cells black.
+    const Surface& master = play.main.Surfaces.picMaster;
+    EXPECT_EQ(master.Bounds(), (Rect{0, 0, 528, 396}));
+    EXPECT_EQ(master.At(0, 200), BlackPixel);
+    EXPECT_EQ(master.At(1, 200), WhitePixel);
+    EXPECT_NE(master.At(2, 200), WhitePixel);
+    EXPECT_EQ(master.At(300, 0), WhitePixel);
+
+    EXPECT_TRUE(GameRunning);
+    EXPECT_EQ(PickedPiece, -1);
+    EXPECT_EQ(GameLevel, 3);
+    EXPECT_TRUE(play.main.Timer1.Enabled());
+    EXPECT_TRUE(play.main.picStatus.Visible());
+    EXPECT_TRUE(play.main.imgMaster.GetPicture());
+    EXPECT_EQ(play.main.Pointer(), MousePointer::Default);
+    EXPECT_EQ(play.main.picScreen.Left(), -256);
+}
+
+TEST(StartGame, StageIsClearedBeforeThePictureIsRead) {
+    GameFixture play;
+    play.StartGrid(3, 2);
+    const std::string next = play.AddPicture("next.bmp", {400, 300}, 1);
+    bool panelHidden = false;
+    play.desktop.PostInput([] { ADD_FAILURE() << "input reached the game while it was built"; });
+    const int decoded = play.desktop.decodes;
+    play.main.StartGame(next, [&] {
+        panelHidden = !play.main.picStatus.Visible();
+        EXPECT_EQ(play.desktop.decodes, decoded);
+        EXPECT_EQ(play.main.Pointer(), MousePointer::Default);
+    });
+    EXPECT_EQ(play.desktop.decodes, decoded + 1);
+    EXPECT_TRUE(panelHidden);
+}
+
+TEST(StartGame, FailureLeavesTheWholeGameOnTheBoardAsItWas) {
+    struct Case {
+        const char* name;
+        Size picture;  // nothing: does not decode
+        const char* message;
+    };
+    for (const Case& wrong : {Case{"small.bmp", {60, 60}, "A imagem selecionada é muito pequena!"},
+                              Case{"narrow.bmp", {30, 400}, "A imagem selecionada é muito pequena!"},
+                              Case{"broken.bmp", {}, nullptr}, Case{"huge.bmp", {40000, 300}, nullptr}}) {
+        SCOPED_TRACE(wrong.name);
+        GameFixture play;
+        play.StartGrid(4, 3, 3);
+        play.desktop.Advance(12);
+        const GameFixture::State before = play.Snapshot();
+        const uint64_t board = play.ComposedBoard();
+        const std::string path = wrong.picture.width ? play.AddPicture(wrong.name, wrong.picture)
+                                                     : play.folder.Write(wrong.name, "no picture");
+        EXPECT_FALSE(play.Start(path, 1));
+
+        EXPECT_EQ(play.Snapshot(), before);
+        EXPECT_EQ(PicturePath, path);
+        EXPECT_EQ(ChosenLevel, 1);
+        EXPECT_FALSE(play.main.picStatus.Visible());
+        EXPECT_TRUE(play.main.picScreen.Image.IsUniform());
+        ASSERT_EQ(play.desktop.boxes.size(), wrong.message ? 1u : 0u);
+        if (wrong.message) {
+            EXPECT_EQ(play.desktop.boxes[0].text, wrong.message);
+            EXPECT_EQ(play.desktop.boxes[0].style, 16);
+        }
+        // The next composition brings the pieces back.
+        EXPECT_EQ(play.ComposedBoard(), board);
+        const auto middle = play.Middle(0, 0);
+        play.Click(middle, 1);
+        EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
+    }
+}
+
+TEST(StartGame, FailureWithoutAGameLeavesNone) {
+    GameFixture play;
+    EXPECT_FALSE(play.Start(play.folder / "missing.bmp", 3));
+    EXPECT_FALSE(GameRunning);
+    EXPECT_FALSE(play.main.Timer1.Enabled());
+    EXPECT_TRUE(Pieces.empty());
+}
+
+// --- The menu's step and the dialog ----------------------------------------------------------
+
+class NewGame : public testing::Test {
+protected:
+    // Opens the dialog at `level` and lets `act` run in it.
+    void Open(int16_t level, const std::function<void(frmThumbs&)>& act) {
+        play.desktop.Post([this, act] {
+            auto* dialog = dynamic_cast<frmThumbs*>(play.desktop.shown.back());
+            ASSERT_TRUE(dialog);
+            act(*dialog);
+        });
+        play.Menu("mnuNewGame(" + std::to_string(level) + ")");
+        EXPECT_EQ(play.desktop.modalTrouble, "");
+    }
+    static void Choose(frmThumbs& dialog, std::string path) {
+        int16_t index = 1;
+        dialog.StartGame(index, path);
+    }
+    GameFixture play;
+};
+
+TEST_F(NewGame, DialogSeesTheNewSizesAndClosingItBringsTheOldOnesBack) {
+    play.StartGrid(4, 3, 3);
+    const GameFixture::State before = play.Snapshot();
+    LevelSizes seen;
+    Open(5, [&seen](frmThumbs& dialog) {
+        seen = CurrentSizes();
+        dialog.Unload();
+    });
+    EXPECT_EQ(seen, SizesOfLevel(5, 1920));
+    EXPECT_EQ(play.Snapshot(), before);
+    EXPECT_EQ(ChosenLevel, 5);
+    EXPECT_EQ(GameLevel, 3);
+}
+
+TEST_F(NewGame, RefusedPictureBringsTheOldSizesBack) {
+    play.StartGrid(4, 3, 3);
+    const GameFixture::State before = play.Snapshot();
+    const std::string small = play.AddPicture("small.bmp", {20, 20});
+    Open(0, [&small](frmThumbs& dialog) { Choose(dialog, small); });
+    EXPECT_EQ(play.Snapshot(), before);
+    ASSERT_EQ(play.desktop.boxes.size(), 1u);
+}
+
+TEST_F(NewGame, AcceptedPictureIsAGameOfTheNewLevel) {
+    play.StartGrid(4, 3, 3);
+    const std::string path = play.AddPicture("good.bmp", {300, 200});
+    Open(5, [&path](frmThumbs& dialog) { Choose(dialog, path); });
+    EXPECT_EQ(CurrentSizes(), SizesOfLevel(5, 1920));
+    EXPECT_EQ(GameLevel, 5);
+    EXPECT_EQ(BoardPicturePath, path);
+    EXPECT_EQ(ElapsedSeconds, 0);
+    EXPECT_TRUE(GameRunning);
+    EXPECT_EQ(play.main.Surfaces.picMasks[1].Height(), TileSize);
+}
+
+// --- The window ------------------------------------------------------------------------------
+
+TEST(MainWindow, BoardIsLargerThanTheScreenInFourSteps) {
+    struct Case {
+        Size screen;
+        double width, height, left, top;
+    };
+    for (const Case& c : {Case{{640, 480}, 1280, 960, -320, -240}, Case{{800, 600}, 1600, 1200, -400, -300},
+                          Case{{1023, 600}, 2046, 1200, -512, -300}, Case{{1024, 768}, 1536, 1152, -256, -192},
+                          Case{{1152, 864}, 1728, 1296, -288, -216}, Case{{1280, 1024}, 1600, 1280, -160, -128}}) {
+        GameFixture play(c.screen);
+        SCOPED_TRACE(c.screen.width);
+        EXPECT_EQ(play.main.picScreen.Width(), c.width);
+        EXPECT_EQ(play.main.picScreen.Height(), c.height);
+        EXPECT_EQ(play.main.picScreen.Left(), c.left);
+        EXPECT_EQ(play.main.picScreen.Top(), c.top);
+        EXPECT_EQ(play.main.Surfaces.picBG.Bounds(), play.main.picScreen.Image.Bounds());
+    }
+}
+
+TEST(MainWindow, ResizePlacesBarsAndPanelAndTheirRanges) {
+    GameFixture play({1280, 1024});
+    play.main.DeliverResize({1000, 700});
+    const frmMain& main = play.main;
+    EXPECT_EQ(main.HScroll1.Max(), 600);
+    EXPECT_EQ(main.VScroll1.Max(), 580);
+    EXPECT_EQ(main.HScroll1.Value(), 160);
+    EXPECT_EQ(main.HScroll1.LargeChange(), 400);
+    EXPECT_EQ(main.VScroll1.PixelRect(), (Rect{983, 0, 17, 700}));
+    EXPECT_EQ(main.HScroll1.PixelRect(), (Rect{0, 683, 1000, 17}));
+    EXPECT_EQ(main.picStatus.PixelRect(), (Rect{1000 - 161 - 30, 700 - 138 - 30, 161, 138}));
+    EXPECT_EQ(main.Children().back(), &main.HScroll1);
+    // A window larger than the screen: a value out of the bar's range is skipped.
+    play.main.DeliverResize({1500, 1200});
+    play.main.Centralize();
+    EXPECT_EQ(main.HScroll1.Value(), 100);
+    EXPECT_EQ(main.picScreen.Left(), -160);
+}

@@ -1,0 +1,79 @@
+// The main window on the desktop without a screen, with a game on its board, for tests and measurements.
+#pragma once
+#include <map>
+#include <string>
+
+#include "core/frm_main.h"
+#include "core/game_state.h"
+#include "platform/headless/headless_desktop.h"
+#include "tests/support/picture_files.h"
+#include "tests/support/temp_folder.h"
+
+class GameFixture {
+public:
+    explicit GameFixture(Size screen = {1920, 1080});
+
+    TempFolder folder;  // the program's own folder, and the home of its settings
+
+private:
+    struct Environment {  // before the window: state at its start values, settings in the folder
+        explicit Environment(const TempFolder& folder);
+    } environment_;
+
+public:
+    HeadlessDesktop desktop;
+    frmMain main;
+
+    // A picture of that natural size which the desktop can decode; its file exists. Its full path.
+    std::string AddPicture(const std::string& name, Size natural, int variant = 0);
+
+    // Starts a game at `level` from a picture, as the menu and its dialog do. False if none was built.
+    bool Start(const std::string& picture, int16_t level);
+    // A game of exactly that grid. The screen must be large enough for it (about 100 cells at 1920 x 1080).
+    void StartGrid(int cols, int rows, int16_t level = 3);
+
+    // Pieces by their cell, wherever their records stand.
+    int ElementOf(int row, int col) const;
+    PieceRec& Piece(int row, int col) const { return PuzzleModule::Pieces[size_t(ElementOf(row, col))]; }
+    void Put(int row, int col, int x, int y) const;  // its tile's corner
+    void Turn(int row, int col, int rotation);       // until it stands so
+    // All pieces upright in their places relative to x, y; all but the last piece but far away.
+    void Solve(int x, int y);
+    void SolveAllButLast(int x, int y);
+
+    // The board's pixel in the middle of a piece's body.
+    struct Spot {
+        float x, y;
+    };
+    Spot Middle(int row, int col) const;
+
+    // The mouse on the board.
+    void Press(Spot at, int16_t button = 1) { main.picScreen.DeliverMouseDown(button, 0, at.x, at.y); }
+    void Move(Spot to, int16_t buttons = 1) { main.picScreen.DeliverMouseMove(buttons, 0, to.x, to.y); }
+    void Release(Spot at, int16_t button = 1) { main.picScreen.DeliverMouseUp(button, 0, at.x, at.y); }
+    void Click(Spot at, int16_t button) { Press(at, button), Release(at, button); }
+    // Takes the piece by its middle and lets it go with its tile's corner at x, y.
+    void Drag(int row, int col, int x, int y);
+
+    // Chooses an item as the player does: its top menu opens first. By its name, "mnuNewGame(3)".
+    void Menu(const std::string& name);
+    // Presses the item's shortcut: no menu opens.
+    void Key(const std::string& name);
+    MenuItem& Item(const std::string& name);
+
+    // The names of the waves started since the last call, "CLICK ROTATE".
+    std::string Sounds();
+
+    // All that belongs to the game on the board, by name: records, sizes, grid, strip, surfaces, clock.
+    using State = std::map<std::string, std::string>;
+    State Snapshot() const;
+
+    // A number that tells two pictures apart.
+    static uint64_t HashOf(const Surface& surface);
+    // The board as a fresh composition shows it.
+    uint64_t ComposedBoard() const;
+};
+
+// Wins the game on the board as a player does, with the mouse alone: takes pieces where they can be seen,
+// scrolls them into view, turns them upright and drags each to its place. False if a piece can't be reached.
+bool PlayToTheEnd(frmMain& main);
