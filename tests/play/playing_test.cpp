@@ -139,6 +139,7 @@ TEST(Dragging, CompanionUnderAThirdPieceStaysUnderIt) {
     GameFixture play;
     play.StartGrid(3, 2);
     play.Solve(220, 220);
+    play.Put(1, 0, 880, 220);
     const auto above = [&] { return play.ElementOf(1, 2) < play.ElementOf(0, 1); };
     play.Click(play.Middle(1, 2), 1);     // to the top
     play.Put(1, 2, 220 + CellSize, 220);  // over 0 1, which is joined to 0 0
