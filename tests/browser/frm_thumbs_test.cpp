@@ -140,6 +140,19 @@ TEST_F(FrmThumbsTest, AnyYieldOfAScanCanEndTheDialog) {
     }
 }
 
+TEST_F(FrmThumbsTest, ClosedDialogBuildsNoFurtherCell) {
+    Open([&](frmThumbs& dialog) {
+        ThumbsCtl& thumbs = dialog.ThumbsCtl1;
+        thumbs.SetColumnType(1);
+        thumbs.SetColumns(0);
+        for (int i = 0; i < 5; ++i) thumbs.AddItem("/p/nada.bmp");
+        thumbs.SetColumns(4);
+        desktop.onYield = [&](int) { dialog.Unload(); };
+        thumbs.UserControl_Resize();
+        EXPECT_EQ(thumbs.picInterior.UpperBound(), 1);
+    });
+}
+
 TEST_F(FrmThumbsTest, UndecodableChoiceClosesTheDialogWithoutAGame) {
     home.Write("Imagens/ruim.jpg", "x");
     Open([&](frmThumbs& dialog) {

@@ -113,6 +113,10 @@ TEST_F(ThumbsCtlTest, ItemsWaitWithoutCellsUntilAColumnFitsAndOldCellsNeverMove)
     AddItems(12);
     EXPECT_EQ(Cell(18).frame.left, 31195);
     EXPECT_EQ(Cell(19).frame.left, 0);  // beyond 16 bits
+    EXPECT_EQ(thumbs.scrThumbs.Left(), 7390);
+    thumbs.SetWidth(259);  // narrower than the bar with its margins: nothing but the places
+    EXPECT_EQ(thumbs.picFundo.Width(), 7390);
+    EXPECT_EQ(thumbs.picInterior.Width(), 7390 - 80);
 }
 
 TEST_F(ThumbsCtlTest, SelectionTurnsTheOldFrameGreyThenTheNewOneBlackThenTells) {
@@ -171,6 +175,7 @@ TEST_F(ThumbsCtlTest, ClearDropsListSelectionAndScrollButNoSizeText) {
     thumbs.Clear();
     EXPECT_EQ(thumbs.ListCount(), 0);
     EXPECT_EQ(thumbs.ItemIndex(), "0");
+    EXPECT_EQ(thumbs.HighlightedIndex(), 0);
     EXPECT_EQ(thumbs.ItemData(0), "");
     EXPECT_EQ(thumbs.ItemData(1), std::nullopt);
     EXPECT_EQ(thumbs.ItemData(-1), std::nullopt);
