@@ -47,8 +47,8 @@ class Screen:
         self._start(["Xvfb", "-displayfd", str(write), "-screen", "0", f"{width}x{height}x24", "-nolisten", "tcp",
                      "-noreset"], pass_fds=[write])
         os.close(write)
-        number = os.read(read, 16).decode().strip()
-        os.close(read)
+        with os.fdopen(read) as answer:  # the whole line: the server ends if nobody takes the rest
+            number = answer.readline().strip()
         if not number:
             raise Failure("Xvfb gave no display")
         self.env = {k: v for k, v in os.environ.items() if not k.startswith(("WAYLAND", "QT_", "XDG_", "PULSE"))}
@@ -178,15 +178,14 @@ class Game:
         self.process = self.screen._start([self.program], env=self.screen.env, cwd=self.folder)
         self.window = self.screen.window(self.TITLE)
         # The splash goes half a second after the main window has come.
-        wait_for(lambda: len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*",
-                                             check=False).split()) == 1 or None, "the splash to go")
+        wait_for(lambda: self.windows() == 1, "the splash to go")
         wait_for(lambda: self.screen.place(self.window)[2] >= self.screen.width - 2, "the maximised window")
         self.find_board()
         return self
 
     def end(self):
         """Ends the program by closing its window."""
-        self.screen.xdo("windowclose", self.window)
+        self.screen.key("alt+F4")
         self.process.wait(10)
 
     def find_board(self):
@@ -214,11 +213,15 @@ class Game:
     def menu(self, top, *steps):
         """Opens menu `top` (0 Jogo, 1 Opções, 2 Ajuda) by mouse and walks on by keys."""
         x, y, _, _ = self.screen.place(self.window)
-        column = (20, 75, 130)[top]
+        column = (32, 94, 160)[top]
         self.screen.click(x + column, (y + self.origin[1]) // 2)
         time.sleep(0.2)
         self.screen.key(*steps)
         time.sleep(0.2)
+
+    def refresh_menu(self, top):
+        """Opens and closes a menu: shortcuts follow the enabling that its last opening left."""
+        self.menu(top, "Escape", "Escape")
 
     def new_game(self, level):
         """level 0, 1, 3, 4 or 5."""
@@ -237,6 +240,7 @@ class Game:
         path = os.path.join(self.folder, "Save", name + ".pzl")
         if os.path.exists(path):
             os.remove(path)
+        self.refresh_menu(0)
         before = self.windows()
         self.screen.key("ctrl+s")
         wait_for(lambda: self.windows() > before, "the save dialog")
@@ -258,8 +262,8 @@ class Game:
         time.sleep(0.5)
 
     def windows(self):
-        return len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*",
-                                   check=False).split())
+        """How many windows the window manager has; the program's are the only ones."""
+        return run("xprop", "-root", "_NET_CLIENT_LIST", env=self.screen.env).count("0x")
 
 
 class Saved:
