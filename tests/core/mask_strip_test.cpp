@@ -1,0 +1,157 @@
+// Laws of the mask strip, at all five sizes.
+#include "tests/core/small_game.h"
+
+namespace PuzzleModule {
+namespace {
+
+TEST(MasterStrip, EveryTileHasItsWhiteArea) {
+    const Surface strip = BuildMasterStrip();
+    ASSERT_EQ(strip.Width(), 1520);
+    ASSERT_EQ(strip.Height(), 80);
+    for (int tile = 0; tile < TileCount; ++tile) {
+        int white = 0, black = 0;
+        for (int y = 0; y < 80; ++y)
+            for (int x = 0; x < 80; ++x) {
+                white += strip.At(tile * 80 + x, y) == WhitePixel;
+                black += strip.At(tile * 80 + x, y) == BlackPixel;
+            }
+        EXPECT_EQ(white, tile >= 10 && tile <= 13 ? 2224 : tile >= 14 && tile <= 17 ? 1648 : 1936) << tile;
+        EXPECT_EQ(white + black, 6400) << tile;
+    }
+}
+
+// Runs of white along single rows and columns of tiles, as drawn by hand.
+TEST(MasterStrip, TabsAndSocketsHaveTheirProfile) {
+    const Surface strip = BuildMasterStrip();
+    struct Run {
+        int tile, y, first, last;  // the only white run of the row
+    };
+    for (const Run& run : {Run{1, 0, 36, 43}, Run{1, 3, 34, 45}, Run{1, 4, 32, 47}, Run{1, 13, 30, 49},
+                           Run{1, 14, 32, 47}, Run{1, 17, 34, 45}, Run{1, 39, 36, 43}, Run{1, 79, 36, 43},
+                           Run{0, 39, 0, 79}, Run{0, 36, 0, 79}, Run{18, 18, 18, 61}, Run{3, 79, 36, 43}}) {
+        for (int x = 0; x < 80; ++x)
+            ASSERT_EQ(strip.At(run.tile * 80 + x, run.y) == WhitePixel, x >= run.first && x <= run.last)
+                << "tile " << run.tile << " at " << x << ", " << run.y;
+    }
+}
+
+class Strip : public testing::TestWithParam<int> {
+protected:
+    SmallGame game{GetParam(), 5, 2, 2};
+};
+INSTANTIATE_TEST_SUITE_P(AllSizes, Strip, testing::ValuesIn(AllUnits));
+
+TEST_P(Strip, EachTileIsTheOneBeforeItTurnedClockwise) {
+    for (int16_t tile = 0; tile < TileCount; ++tile)
+        for (int y = 0; y < TileSize; ++y)
+            for (int x = 0; x < TileSize; ++x)
+                ASSERT_EQ(game.White(tile, x, y), game.White(TurnedTile(tile), TileSize - 1 - y, x))
+                    << tile << " at " << x << ", " << y;
+}
+
+// Every pixel of a solved picture lies in one shape; at 100 and 60, where the margin truncates, in
+// one or two.
+TEST_P(Strip, ShapesOfASolvedGridCoverThePicture) {
+    constexpr int cols = 5, rows = 4;
+    const bool exact = GetParam() % 2 == 0;
+    std::vector<int> cover(size_t(cols * CellSize * rows * CellSize));
+    for (int row = 0; row < rows; ++row)
+        for (int col = 0; col < cols; ++col) {
+            const int tile = TileForCell(row, col, rows - 1, cols - 1, 5);
+            for (int y = 0; y < TileSize; ++y)
+                for (int x = 0; x < TileSize; ++x) {
+                    const int px = col * CellSize - Margin() + x, py = row * CellSize - Margin() + y;
+                    const bool inside = px >= 0 && py >= 0 && px < cols * CellSize && py < rows * CellSize;
+                    if (inside) cover[size_t(py * cols * CellSize + px)] += game.White(tile, x, y);
+                    // Outer sides are flat: no more than the surplus pixel hangs over.
+                    const int surplus = exact ? 0 : 1;
+                    const bool outside =
+                        px < 0 || py < 0 || px >= cols * CellSize + surplus || py >= rows * CellSize + surplus;
+                    ASSERT_FALSE(outside && game.White(tile, x, y)) << tile << " at " << x << ", " << y;
+                }
+        }
+    EXPECT_THAT(cover, testing::Each(testing::AllOf(testing::Ge(1), testing::Le(exact ? 1 : 4))));
+    EXPECT_EQ(exact, !testing::Value(cover, testing::Contains(testing::Gt(1))));
+}
+
+TEST_P(Strip, ASolvedBoardShowsThePicturePixelForPixel) {
+    game.Cut(GetParam(), 5, 5, 4, 7);
+    // Some pieces make a whole turn before they are at home again.
+    for (int16_t i = 0; i <= UpperBound(); i += 3)
+        for (int turn = 0; turn < 4; ++turn) RotatePiece(i, game.surfaces.picTmp);
+    for (const PieceRec& piece : Pieces) {
+        const Surface& surface = std::as_const(game.surfaces.picPat)[piece.PieceId];
+        for (int y = 0; y < TileSize; ++y)
+            for (int x = 0; x < TileSize; ++x) {
+                const int px = piece.X + x, py = piece.Y + y;
+                const bool onPicture = game.surfaces.picMaster.Bounds().Contains(px, py);
+                const bool shown = game.White(piece.MaskIndex, x, y) && onPicture;
+                ASSERT_EQ(surface.At(x, y), shown ? game.surfaces.picMaster.At(px, py) : WhitePixel);
+            }
+    }
+}
+
+TEST(TileForCell, FollowsTheTable) {
+    struct Case {
+        int row, col, lastRow, lastCol;
+        int16_t tile;
+    };
+    for (const Case& c :
+         {Case{0, 0, 1, 1, 2}, Case{0, 1, 1, 1, 3}, Case{1, 0, 1, 1, 5}, Case{1, 1, 1, 1, 4}, Case{0, 2, 3, 2, 6},
+          Case{2, 0, 2, 3, 8}, Case{3, 2, 3, 2, 7}, Case{0, 2, 4, 4, 10}, Case{0, 1, 4, 4, 14}, Case{4, 2, 4, 4, 12},
+          Case{4, 1, 4, 4, 16}, Case{2, 0, 4, 4, 17}, Case{1, 0, 4, 4, 13}, Case{2, 4, 4, 4, 15}, Case{1, 4, 4, 4, 11},
+          Case{2, 2, 4, 4, 0}, Case{2, 1, 4, 4, 1}}) {
+        EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 1), c.tile) << c.row << ", " << c.col;
+        EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 0), 18);
+    }
+}
+
+// Opposite sides of neighbours are a tab and a socket; a turn moves the sides round by one.
+TEST(TileVocabulary, NeighboursFitAndTurnsMoveTheSides) {
+    const auto fits = [](Side a, Side b) {
+        return (a == Side::Tab && b == Side::Socket) || (a == Side::Socket && b == Side::Tab);
+    };
+    for (const auto& [lastRow, lastCol] : {std::pair{1, 1}, {4, 5}, {5, 4}, {3, 3}})
+        for (int row = 0; row <= lastRow; ++row)
+            for (int col = 0; col <= lastCol; ++col) {
+                const auto at = [&](int r, int c) {
+                    return TileVocabulary[size_t(TileForCell(r, c, lastRow, lastCol, 3))];
+                };
+                EXPECT_TRUE(col == lastCol ? at(row, col).right == Side::Flat
+                                           : fits(at(row, col).right, at(row, col + 1).left));
+                EXPECT_TRUE(row == lastRow ? at(row, col).bottom == Side::Flat
+                                           : fits(at(row, col).bottom, at(row + 1, col).top));
+                EXPECT_EQ(at(row, col).left == Side::Flat, col == 0);
+                EXPECT_EQ(at(row, col).top == Side::Flat, row == 0);
+            }
+    for (int16_t tile = 0; tile < TileCount; ++tile) {
+        const TileSides a = TileVocabulary[size_t(tile)], b = TileVocabulary[size_t(TurnedTile(tile))];
+        EXPECT_TRUE(b.right == a.top && b.bottom == a.right && b.left == a.bottom && b.top == a.left) << tile;
+    }
+}
+
+// A socket's column at the tile's edge, the square's corner, and the column and row beyond the tile.
+TEST(HitTest, FollowsTheShapeAndReadsOnBeyondTheTile) {
+    SmallGame game(4, 5, 4, 4);
+    PieceRec& piece = Pieces[0];
+    piece.X = 100;
+    piece.Y = -30;
+    struct Case {
+        int16_t tile, x, y;
+        bool hit;
+    };
+    for (const Case& c :
+         {Case{18, 18, 18, true}, Case{18, 17, 18, false}, Case{18, 61, 61, true}, Case{18, 62, 61, false},
+          Case{1, 0, 40, false}, Case{0, 0, 40, true}, Case{1, 80, 40, false},  // the next tile, 2, is flat on its left
+          Case{17, 80, 40, false},                                              // the next one, 18, too
+          Case{9, 80, 40, true},                                                // the next one, 10, has a tab there
+          Case{18, 80, 40, true},                                               // beyond the strip
+          Case{18, 0, 80, true}, Case{0, 80, 80, true}}) {
+        piece.MaskIndex = c.tile;
+        EXPECT_EQ(HitTest(0, int16_t(piece.X + c.x), int16_t(piece.Y + c.y)), c.hit)
+            << c.tile << " at " << c.x << ", " << c.y;
+    }
+}
+
+}  // namespace
+}  // namespace PuzzleModule

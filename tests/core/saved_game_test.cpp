@@ -1,0 +1,225 @@
+// Every byte of a saved game, and everything a reader must refuse.
+#include "core/saved_game.h"
+
+#include <algorithm>
+#include <functional>
+
+#include "core/code_page.h"
+#include "tests/core/small_game.h"
+
+namespace PuzzleModule {
+namespace {
+
+bool NoFile(const std::string&) { return false; }
+std::string existingFile;
+bool TheFile(const std::string& path) { return path == existingFile; }
+
+// 2 x 2 pieces of level 5 on a wide screen.
+SavedGame Sample() {
+    SavedGame game;
+    game.ElapsedSeconds = 125;
+    game.PicturePath = "/fotos/praia, \"norte\".jpg";
+    game.GameLevel = 5;
+    game.PictureWidth = 84;
+    game.PictureHeight = 80;
+    game.Sizes = {80, 44, 4, 3};
+    game.Pieces = {
+        {-11, 22, 0, 0, 2, 0, 4}, {0, 0, 1, 0, 0, 1, 3}, {32767, -32768, 0, 1, 3, 2, 4}, {1, 2, 1, 1, 1, 3, 5}};
+    return game;
+}
+
+std::string Text(const std::function<void(SavedGame&)>& change = [](SavedGame&) {}) {
+    SavedGame game = Sample();
+    change(game);
+    return FormatSavedGame(game).value_or("");
+}
+
+TEST(FormatSavedGame, WritesEveryByte) {
+    EXPECT_EQ(Text(),
+              " 125 \r\n/fotos/praia, \"norte\".jpg\r\n 5 \r\n 84 \r\n 80 \r\n 80 \r\n 44 \r\n 4 \r\n 3 \r\n 3 \r\n"
+              "-11  22  0  0  2  0  4 \r\n 0  0  1  0  0  1  3 \r\n 32767 -32768  0  1  3  2  4 \r\n"
+              " 1  2  1  1  1  3  5 \r\n");
+}
+
+TEST(FormatSavedGame, RefusesAPathWithALineBreak) {
+    for (const char* path : {"/a\nb.jpg", "/a\rb.jpg", "\n"}) {
+        SavedGame game = Sample();
+        game.PicturePath = path;
+        EXPECT_FALSE(FormatSavedGame(game));
+    }
+}
+
+TEST(ParseSavedGame, ReadsBackWhatWasWritten) {
+    const auto game = ParseSavedGame(Text(), NoFile);
+    ASSERT_TRUE(game);
+    EXPECT_EQ(FormatSavedGame(*game), Text());
+    int cols = 0, rows = 0;
+    EXPECT_TRUE(IsConsistent(*game, cols, rows));
+    EXPECT_EQ(cols, 2);
+    EXPECT_EQ(rows, 2);
+}
+
+TEST(ParseSavedGame, TakesPlainLineEndsAndNumbersSpreadOverLines) {
+    std::string text = Text();
+    std::erase(text, '\r');
+    const auto plain = ParseSavedGame(text, NoFile);
+    ASSERT_TRUE(plain);
+    EXPECT_EQ(FormatSavedGame(*plain), Text());
+    std::ranges::replace(text.begin() + long(text.find("-11")), text.end(), ' ', '\n');
+    const auto spread = ParseSavedGame(text + "whatever follows", NoFile);
+    ASSERT_TRUE(spread);
+    EXPECT_EQ(FormatSavedGame(*spread), Text());
+}
+
+TEST(ParseSavedGame, RefusesBrokenFiles) {
+    const std::string good = Text();
+    const auto with = [&good](const std::string& from, const std::string& to) {
+        std::string text = good;
+        return text.replace(text.find(from), from.size(), to);
+    };
+    const std::pair<const char*, std::string> broken[] = {
+        {"empty", ""},
+        {"no path", " 125 \r\n"},
+        {"ends in the header", good.substr(0, good.find(" 44"))},
+        {"ends in the pieces", good.substr(0, good.rfind(" 3  5"))},
+        {"seconds with letters", with(" 125 ", " 12x ")},
+        {"two numbers in line 1", with(" 125 ", " 125  7 ")},
+        {"seconds beyond 32 bits", with(" 125 ", " 2147483648 ")},
+        {"fraction", with(" 84 ", " 84.5 ")},
+        {"hexadecimal", with(" 84 ", " 0x54 ")},
+        {"plus sign", with(" 84 ", " +84 ")},
+        {"lone minus", with(" 84 ", " - ")},
+        {"width beyond 16 bits", with(" 84 ", " 32768 ")},
+        {"bound beyond 16 bits", with(" 3 \r\n-11", " 40000 \r\n-11")},
+        {"bound without pieces", with(" 3 \r\n-11", "-1 \r\n-11")},
+        {"bound of more pieces than there are", with(" 3 \r\n-11", " 32766 \r\n-11")},
+        {"X beyond 16 bits", with("-11 ", "-32769 ")},
+        {"mask that is no number", with("-11  22  0  0  2  0  4", "-11  22  0  0  2  0  q")},
+        {"zero byte in the path", with("praia", std::string("pr\0ia", 5))},
+        {"zero byte among numbers", with(" 84 ", std::string(" 8\0004 ", 5))},
+    };
+    ASSERT_TRUE(ParseSavedGame(good, NoFile));
+    for (const auto& [what, text] : broken) EXPECT_FALSE(ParseSavedGame(text, NoFile)) << what;
+}
+
+TEST(ParseSavedGame, TakesTheReadingOfThePathUnderWhichAFileExists) {
+    struct Case {
+        const char *written, *bytes;
+    };
+    for (const Case& c : {Case{"/fotos/maçã €.jpg", "/fotos/ma\xE7\xE3 \x80.jpg"},  // has a place in the code page
+                          Case{"/fotos/日本.jpg", "/fotos/日本.jpg"},               // has none: the bytes it is
+                          Case{"/fotos/\xE7\xE3.jpg", "/fotos/\xE7\xE3.jpg"}}) {    // a name that is no UTF-8
+        const std::string text = Text([&c](SavedGame& game) { game.PicturePath = c.written; });
+        ASSERT_NE(text.find(std::string("\n") + c.bytes + "\r\n"), std::string::npos) << c.written;
+        existingFile = c.written;
+        EXPECT_EQ(ParseSavedGame(text, TheFile)->PicturePath, c.written);
+    }
+    // Neither exists: the message names the likelier one.
+    const std::string text = Text([](SavedGame& game) { game.PicturePath = "/fotos/maçã.jpg"; });
+    EXPECT_EQ(ParseSavedGame(text, NoFile)->PicturePath, "/fotos/maçã.jpg");
+}
+
+TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
+    const std::pair<const char*, std::function<void(SavedGame&)>> changes[] = {
+        {"level 2", [](SavedGame& g) { g.GameLevel = 2; }},
+        {"level 6", [](SavedGame& g) { g.GameLevel = 6; }},
+        {"negative seconds", [](SavedGame& g) { g.ElapsedSeconds = -1; }},
+        {"tile of another set", [](SavedGame& g) { g.Sizes.TileSize = 100; }},
+        {"cell of another set", [](SavedGame& g) { g.Sizes.CellSize = 55; }},
+        {"unit 7",
+         [](SavedGame& g) {
+             g.Sizes = {140, 77, 7, 1};
+         }},
+        {"unit 0",
+         [](SavedGame& g) {
+             g.Sizes = {0, 0, 0, 1};
+         }},
+        {"no gap", [](SavedGame& g) { g.Sizes.ScatterGap = 0; }},
+        {"width 0", [](SavedGame& g) { g.PictureWidth = 0; }},
+        {"negative height", [](SavedGame& g) { g.PictureHeight = -80; }},
+        {"width that makes a grid beyond 16 bits", [](SavedGame& g) { g.PictureWidth = 32760; }},
+        {"rotation 4", [](SavedGame& g) { g.Pieces[1].Rotation = 4; }},
+        {"negative rotation", [](SavedGame& g) { g.Pieces[1].Rotation = -1; }},
+        {"a number twice", [](SavedGame& g) { g.Pieces[1] = g.Pieces[0]; }},
+        {"a number out of range", [](SavedGame& g) { g.Pieces[3].PieceId = 4; }},
+        {"row of another piece", [](SavedGame& g) { g.Pieces[3].Row = 0; }},
+        {"negative column", [](SavedGame& g) { g.Pieces[0].Col = -1; }},
+        {"a piece too few", [](SavedGame& g) { g.Pieces.pop_back(); }},
+        {"a piece too many",
+         [](SavedGame& g) {
+             g.Pieces.push_back({0, 0, 0, 2, 0, 4, 0});
+         }},
+        {"no pieces", [](SavedGame& g) { g.Pieces.clear(); }},
+        {"one row",
+         [](SavedGame& g) {
+             g.PictureHeight = 40;
+             g.Pieces.resize(2);
+         }},
+    };
+    int cols = 0, rows = 0;
+    ASSERT_TRUE(IsConsistent(Sample(), cols, rows));
+    for (const auto& [what, change] : changes) {
+        SavedGame game = Sample();
+        change(game);
+        EXPECT_FALSE(IsConsistent(game, cols, rows)) << what;
+    }
+}
+
+TEST(IsConsistent, TakesTheGridOfThePiecesWhereThePictureHasOutgrownIt) {
+    SavedGame game = Sample();
+    game.PictureWidth = 88;                     // two whole cells: reckoned anew it would get three
+    std::swap(game.Pieces[0], game.Pieces[3]);  // by PieceId, whatever the order
+    int cols = 0, rows = 0;
+    ASSERT_TRUE(IsConsistent(game, cols, rows));
+    EXPECT_EQ(cols, 2);
+    EXPECT_EQ(rows, 2);
+}
+
+TEST(GameToSave, IsTheSortedBoardUnderThePictureItWasCutFrom) {
+    SmallGame game(4, 5, 3, 2);
+    PictureWidth = 130;
+    PictureHeight = 86;
+    ElapsedSeconds = 9;
+    PicturePath = "/chosen later.jpg";
+    BoardPicturePath = "/cut.jpg";
+    std::ranges::reverse(Pieces);
+    const auto saved = GameToSave();
+    ASSERT_TRUE(saved);
+    EXPECT_EQ(saved->PicturePath, "/cut.jpg");
+    for (int i = 0; i < 6; ++i) EXPECT_EQ(saved->Pieces[size_t(i)].PieceId, i);
+    EXPECT_EQ(Pieces[0].PieceId, 5) << "the board itself is not touched";
+    int cols = 0, rows = 0;
+    EXPECT_TRUE(IsConsistent(*saved, cols, rows));
+
+    Pieces[2].GroupDX = 77;
+    const PieceRec moved = Pieces[2];
+    EXPECT_TRUE(SortPieces());
+    EXPECT_EQ(Pieces[size_t(moved.PieceId)], moved);
+    Pieces.clear();
+    EXPECT_FALSE(SortPieces());
+    EXPECT_FALSE(GameToSave());
+}
+
+// 104 columns: the key of column 100 in row 0 is that of column 0 in row 1.
+TEST(SortPieces, OfAGridBeyond100ColumnsStillLoads) {
+    SmallGame game(3, 0, 104, 2);
+    PictureWidth = 104 * 33 - 4;
+    PictureHeight = 62;
+    ASSERT_TRUE(SortPieces());
+    EXPECT_NE(Pieces[101].PieceId, 101);
+    int cols = 0, rows = 0;
+    EXPECT_TRUE(IsConsistent(*GameToSave(), cols, rows));
+    EXPECT_EQ(cols, 104);
+}
+
+TEST(CodePage, EveryByteGoesThereAndBack) {
+    std::string all;
+    for (int byte = 0; byte < 256; ++byte) all += char(byte);
+    EXPECT_EQ(ToWindows1252(FromWindows1252(all)), all);
+    EXPECT_EQ(FromWindows1252("\x80\x9F\xE9"), "€Ÿé");
+    for (const char* bad : {"日", "Ā", "\xC3", "\xE9", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "a\x80"})
+        EXPECT_FALSE(ToWindows1252(bad)) << bad;
+}
+
+}  // namespace
+}  // namespace PuzzleModule

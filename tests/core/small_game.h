@@ -1,0 +1,77 @@
+// A game without a window: surfaces, sizes and pieces cut from a picture of noise or from one
+// that is easy to look at.
+#pragma once
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+
+#include "core/game_state.h"
+#include "core/game_surfaces.h"
+#include "core/mask_strip.h"
+#include "core/pieces.h"
+#include "platform/raster.h"
+
+namespace PuzzleModule {
+
+inline LevelSizes SizesOfUnit(int unit) { return {int16_t(20 * unit), int16_t(11 * unit), int16_t(unit), 1}; }
+inline constexpr int AllUnits[] = {3, 4, 5, 6, 8};
+
+// The first pixel in which two surfaces differ, in words; empty if they are the same.
+inline std::string FirstDifference(const Surface& actual, const Surface& expected) {
+    if (actual.Width() != expected.Width() || actual.Height() != expected.Height()) return "sizes differ";
+    for (int y = 0; y < actual.Height(); ++y)
+        for (int x = 0; x < actual.Width(); ++x)
+            if (actual.At(x, y) != expected.At(x, y))
+                return testing::PrintToString(std::pair{x, y}) + ": " +
+                       testing::PrintToString(std::pair{actual.At(x, y), expected.At(x, y)});
+    return "";
+}
+
+class SmallGame {
+public:
+    GameSurfaces surfaces;
+
+    SmallGame() {
+        ResetState();
+        Surfaces = &surfaces;
+    }
+    SmallGame(int unit, int level, int cols, int rows, uint32_t seed = 1) : SmallGame() {
+        Cut(unit, level, cols, rows, seed);
+    }
+    ~SmallGame() {
+        Surfaces = nullptr;
+        ResetState();
+    }
+    SmallGame(const SmallGame&) = delete;
+    SmallGame& operator=(const SmallGame&) = delete;
+
+    // Cuts a picture of noise; all pieces at home, the first cell's corner at 0, 0.
+    void Cut(int unit, int level, int cols, int rows, uint32_t seed = 1) {
+        SetSizes(SizesOfUnit(unit));
+        GameLevel = ChosenLevel = int16_t(level);
+        GridCols = int16_t(cols);
+        GridRows = int16_t(rows);
+        ScaleMasks(TileSize);
+        surfaces.picMaster.Resize(cols * CellSize, rows * CellSize);
+        Pixel* pixels = surfaces.picMaster.DrawAll();
+        std::minstd_rand noise(seed);
+        for (int i = 0; i < surfaces.picMaster.Width() * surfaces.picMaster.Height(); ++i)
+            pixels[i] = OpaqueBits | Pixel(noise());
+        Recut();
+    }
+    void Recut() {
+        CutPieces(surfaces.picMaster, surfaces.picMasks[1], surfaces.picPat);
+        for (PieceRec& piece : Pieces) PutHome(piece);
+    }
+    static void PutHome(PieceRec& piece) {
+        piece.X = int16_t(piece.Col * CellSize - Margin());
+        piece.Y = int16_t(piece.Row * CellSize - Margin());
+    }
+
+    // The pixels of one tile of the working strip.
+    bool White(int tile, int x, int y) const { return surfaces.picMasks[1].At(tile * TileSize + x, y) == WhitePixel; }
+};
+
+}  // namespace PuzzleModule
