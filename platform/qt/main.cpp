@@ -15,7 +15,7 @@ namespace {
 QIcon ProgramIcon() {
     QIcon icon;
     for (const char* name : {"ICON16", "ICON32", "ICON48"}) {
-        const auto bytes = LoadResData(name, "ICON");
+        const auto bytes = LoadResData(name, "PICTURE");
         QPixmap pixmap;
         if (pixmap.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), uint(bytes.size())))
             icon.addPixmap(pixmap);
@@ -31,7 +31,6 @@ int main(int, char** argv) {
     char* name[] = {argv[0], nullptr};
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication::setApplicationName("fento-lira-master");
-    QApplication::setApplicationDisplayName("Fento-Lira Master");
     QApplication::setDesktopFileName("fento-lira-master");
     QApplication application(one, name);
     InstallPortuguese();

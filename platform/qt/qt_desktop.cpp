@@ -22,6 +22,7 @@ namespace {
 
 QtDesktop* installed = nullptr;
 
+constexpr int ActivationRetry = 10;        // milliseconds
 constexpr double LongestFirstPaint = 0.3;  // seconds to wait for a new window to appear
 
 // What the player does, as opposed to what the desktop does.
@@ -145,6 +146,10 @@ void QtDesktop::NoteActivation(FormWindow& window) {
         &window,
         [this, &window] {
             if (!window.isVisible() || active_ == &window.TheForm()) return;
+            if (discarding_ > 0) {  // a routine of the game is in mid-work; once more when it is through
+                QTimer::singleShot(ActivationRetry, &window, [this, &window] { NoteActivation(window); });
+                return;
+            }
             // A blocked window is told when it is free and active again.
             const QWidget* modal = QApplication::activeModalWidget();
             if (modal && modal != &window) return;

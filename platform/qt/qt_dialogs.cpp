@@ -52,7 +52,7 @@ int QtDesktop::RunDialog(QDialog& dialog) {
     dialog.setWindowModality(Qt::ApplicationModal);
     FormWindow::Attach(dialog, owner);
     dialog.ensurePolished();
-    dialog.adjustSize();
+    if (!dialog.testAttribute(Qt::WA_Resized)) dialog.adjustSize();
     const QRect room = (owner ? owner->screen() : QGuiApplication::primaryScreen())->availableGeometry();
     const QRect over = owner ? owner->frameGeometry().intersected(room) : room;
     QRect place(QPoint(), dialog.size().boundedTo(room.size()));
@@ -101,6 +101,7 @@ std::optional<std::string> QtDesktop::FileDialog(const FileDialogRequest& reques
         if (!filter.contains('(')) filter += " (" + ToText(request.filterPattern) + ")";
         dialog.setNameFilter(filter);
     }
+    dialog.resize(720, 440);  // wide enough for all columns
     if (!request.folder.empty()) dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(request.folder)));
     if (RunDialog(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     return BytesOf(dialog.selectedFiles().constFirst());

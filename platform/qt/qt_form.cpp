@@ -46,7 +46,6 @@ protected:
     void paintEvent(QPaintEvent* event) override {
         const Form& form = window_.TheForm();
         QPainter painter(this);
-        window_.NotePainted();
         if (form.Shape() && !MasksWork()) painter.setClipRegion(ShapeOf(form));
         painter.fillRect(event->rect(), ToQColor(form.BackColor()));
         QStyleOption option;
@@ -211,8 +210,11 @@ bool FormWindow::StateSettled() const {
     if (!sinceRequest_.isValid() || sinceRequest_.elapsed() > LongestStateWait) return true;
     if (requested_ != WindowState::Maximized) return false;
     const QRect room = screen()->availableGeometry();
-    return painted_ && width() * 10 >= room.width() * 9 && frameGeometry().height() * 10 >= room.height() * 9;
+    return Painted() && width() * 10 >= room.width() * 9 && frameGeometry().height() * 10 >= room.height() * 9;
 }
+
+// A window is painted in the very event that exposes it.
+bool FormWindow::Painted() const { return windowHandle() && windowHandle()->isExposed(); }
 
 void FormWindow::LayOut() {
     const int menu = std::min(MenuHeight(), height());
@@ -229,11 +231,6 @@ void FormWindow::showEvent(QShowEvent* event) {
     OrderTabs();
     LayOut();
     TheQtDesktop().NoteActivation(*this);
-}
-
-void FormWindow::hideEvent(QHideEvent* event) {
-    QWidget::hideEvent(event);
-    if (!event->spontaneous()) painted_ = false;
 }
 
 // Only the form hides its window.

@@ -26,8 +26,8 @@ public:
     // Places menu bar and client area, and tells the form its size.
     void LayOut();
     void OrderTabs();
-    bool Painted() const { return painted_; }
-    void NotePainted() { painted_ = true; }
+    // True once the desktop has shown the window and had it painted.
+    bool Painted() const;
 
     static const std::vector<FormWindow*>& All();
     static FormWindow* Of(const Form& form);
@@ -40,7 +40,6 @@ protected:
     bool event(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void changeEvent(QEvent* event) override;
 
@@ -52,5 +51,4 @@ private:
     QMenuBar* menuBar_ = nullptr;
     QElapsedTimer sinceRequest_;
     WindowState requested_ = WindowState::Normal;
-    bool painted_ = false;
 };

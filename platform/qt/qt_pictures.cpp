@@ -4,6 +4,7 @@
 #include <QImageReader>
 #include <QLoggingCategory>
 #include <QPainter>
+#include <climits>
 #include <cstring>
 
 #include "platform/picture.h"
@@ -64,7 +65,8 @@ public:
         reader_.setDevice(&file_);
         reader_.setAutoTransform(true);
         const QSize size = reader_.size();
-        stored_ = {std::abs(size.width()), std::abs(size.height())};  // rows from the top down count negative
+        // Rows from the top down count negative; both sides do if there is no size.
+        if (size.width() > 0 && size.height() > INT_MIN) stored_ = {size.width(), std::abs(size.height())};
         turned_ = reader_.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     }
 
