@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/code_page.h"
+#include "platform/files.h"
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {
@@ -117,6 +118,17 @@ TEST(ParseSavedGame, TakesTheReadingOfThePathUnderWhichAFileExists) {
     // Neither exists: the message names the likelier one.
     const std::string text = Text([](SavedGame& game) { game.PicturePath = "/fotos/maçã.jpg"; });
     EXPECT_EQ(ParseSavedGame(text, NoFile)->PicturePath, "/fotos/maçã.jpg");
+}
+
+TEST(ParseSavedGame, AcceptsTheGamesFromWhichTheFuzzerStarts) {
+    for (const char* name : {"kids_2x2", "medio_4x3", "dificil_7x5"}) {
+        const auto bytes = ReadFile(std::string(FENTO_SOURCE_DIR "/tests/data/") + name + ".pzl");
+        ASSERT_TRUE(bytes) << name;
+        const auto game = ParseSavedGame(*bytes, NoFile);
+        int cols = 0, rows = 0;
+        ASSERT_TRUE(game && IsConsistent(*game, cols, rows)) << name;
+        EXPECT_EQ(FormatSavedGame(*game), *bytes) << name;
+    }
 }
 
 TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
