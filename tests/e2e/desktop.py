@@ -10,6 +10,7 @@ import re
 import shutil
 import signal
 import subprocess
+import sys
 import tempfile
 import time
 
@@ -82,7 +83,9 @@ class Screen:
     def __enter__(self):
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, kind, *_):
+        if kind is not None and len(sys.argv) > 2:  # what the screen looked like when it went wrong
+            self.screenshot(os.path.join(sys.argv[2], "failed.png"))
         self.close()
 
     # Mouse and keys ------------------------------------------------------------------
@@ -142,8 +145,10 @@ class Screen:
 
     def place(self, window):
         """x, y, width, height of a window's client area on the screen."""
-        values = dict(line.split("=") for line in self.xdo("getwindowgeometry", "--shell", window).split() if "=" in line)
-        return int(values["X"]), int(values["Y"]), int(values["WIDTH"]), int(values["HEIGHT"])
+        # Not xdotool: it adds the frame's border twice.
+        text = run("xwininfo", "-id", window, env=self.env)
+        return tuple(int(re.search(key + r":\s*(-?\d+)", text).group(1))
+                     for key in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
     def pixels(self):
         """The whole screen as rows of (r, g, b) by index: a function of x and y."""
@@ -216,7 +221,8 @@ class Game:
         column = (32, 94, 160)[top]
         self.screen.click(x + column, (y + self.origin[1]) // 2)
         time.sleep(0.2)
-        self.screen.key(*steps)
+        if steps:
+            self.screen.key(*steps)
         time.sleep(0.2)
 
     def refresh_menu(self, top):

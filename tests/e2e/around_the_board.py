@@ -1,0 +1,198 @@
+"""What surrounds a game, with the real program: switches, dialog manners, view, panel, a hold cut short.
+
+usage: around_the_board.py PROGRAM SCREENSHOT_FOLDER [WIDTHxHEIGHT]
+"""
+
+import os
+import sys
+import time
+
+from desktop import Failure, Game, Saved, Screen, run, wait_for
+
+
+def check(true, what):
+    if not true:
+        raise Failure(what)
+
+
+def differences(before, after, area):
+    x0, y0, x1, y1 = area
+    return sum(before(x, y) != after(x, y) for y in range(y0, y1, 2) for x in range(x0, x1, 2))
+
+
+def dialog_manners(game):
+    """OK without a choice, keys that do nothing, another folder, closing and coming again."""
+    screen = game.screen
+    dialog = game.new_game(3)
+    wait_for(lambda: thumbnails(game, dialog) == 3, "three thumbnails")
+    screen.key("Escape")
+    time.sleep(0.3)
+    check(screen.has_window("Busca Imagens"), "Esc closed the picture dialog")
+    x, y, _, _ = screen.place(dialog)
+    screen.click(x + 9900 // 15, y + 3710 // 15)
+    wait_for(lambda: game.windows() == 3, "the message that nothing is selected")
+    time.sleep(0.2)
+    screen.screenshot(game.shots + "/1-nothing-selected.png")
+    screen.key("Return")
+    wait_for(lambda: game.windows() == 2, "the message to close")
+
+    # The folder "mais" stands below Imagens in the list: a double click opens it.
+    pixel = screen.pixels()
+    screen.click(*game.thumbnail(dialog, 1))
+    time.sleep(0.3)
+    corner = (round(x + (2835 + 90) / 15), round(y + (60 + 10 + 200 + 90) / 15))
+    check(screen.pixels()(*corner) == (0, 0, 0), f"no black frame round the thumbnail, but {screen.pixels()(*corner)}")
+    screen.screenshot(game.shots + "/2-selected.png")
+    open_last_folder(game, dialog)
+    wait_for(lambda: thumbnails(game, dialog) == 1, "the thumbnail of the sub-folder")
+    screen.click(x + 8700 // 15, y + 3710 // 15)
+    screen.gone("Busca Imagens")
+    check(game.windows() == 1, "a window was left over")
+
+
+def thumbnails(game, dialog):
+    """How many frames show in the first row of the sheet."""
+    x, y, _, _ = game.screen.place(dialog)
+    pixel = game.screen.pixels()
+    row = round(y + (60 + 10 + 200 + 1640) / 15)
+    grey = lambda k: pixel(round(x + (2835 + 20 + (k - 1) * 1835 + 800) / 15), row) in ((0xC0, 0xC0, 0xC0), (0, 0, 0))
+    return sum(grey(k) for k in range(1, 5))
+
+
+def open_last_folder(game, dialog):
+    """The last entry of the folder list: found as the lowest row that holds text."""
+    x, y, _, _ = game.screen.place(dialog)
+    pixel = game.screen.pixels()
+    left, top = x + 115 // 15, y + 420 // 15
+    dark = [row for row in range(top, y + 3000 // 15)
+            if any(sum(pixel(column, row)) < 200 for column in range(left + 30, left + 130))]
+    check(dark, "the folder list is empty")
+    game.screen.click(left + 60, dark[-1] - 4, times=2)
+
+
+def switches(game):
+    """Sound and miniature act at once and are written at once."""
+    screen = game.screen
+    config = game.folder + "/config.ini"
+    game.menu(1, "Up", "Up", "Up", "Return")
+    wait_for(lambda: os.path.exists(config) and "Som=False" in open(config).read(), "Som=False in config.ini")
+    x, y, width, height = screen.place(game.window)
+    panel = (x + width - 190, y + height - 160, x + width - 32, y + height - 35)
+    before = screen.pixels()
+    game.menu(1, "Up", "Up", "Return")
+    wait_for(lambda: "Navegador=False" in open(config).read(), "Navegador=False in config.ini")
+    check(differences(before, screen.pixels(), panel) > 500, "the panel did not go")
+    game.menu(1, "Up", "Up", "Return")
+    wait_for(lambda: "Navegador=True" in open(config).read(), "Navegador=True in config.ini")
+    check(open(config).read() == "[SETUP]\nSom=False\nNavegador=True\n", f"config.ini: {open(config).read()!r}")
+
+
+def view(game):
+    """Wheel, bars, pan and panel move what they should."""
+    screen = game.screen
+    x, y, width, height = screen.place(game.window)
+    board = (x + 20, y + 60, x + width - 220, y + height - 60)
+    start = screen.pixels()
+    screen.move(x + width // 3, y + height // 2)
+    screen.xdo("click", 5)
+    time.sleep(0.3)
+    check(differences(start, screen.pixels(), board) > 500, "the wheel does not scroll the board")
+    screen.xdo("click", 4)
+    time.sleep(0.3)
+    check(differences(start, screen.pixels(), board) == 0, "the wheel does not scroll back")
+    # Bare board: the clear corner at the top left.
+    screen.drag(x + 60, game.origin[1] + 60, x + 100, game.origin[1] + 90)
+    panned = screen.pixels()
+    check(differences(start, panned, board) > 500, "a press on bare board does not pan")
+    check(panned(x + 700, game.origin[1] + 300) == start(x + 660, game.origin[1] + 270), "the pan went another way")
+    screen.drag(x + 100, game.origin[1] + 90, x + 60, game.origin[1] + 60)
+    check(differences(start, screen.pixels(), board) == 0, "the pan does not come back")
+    # The panel by its miniature.
+    px, py = x + width - 100, y + height - 110
+    screen.drag(px, py, px - 300, py - 150, steps=10)
+    time.sleep(0.3)
+    check(differences(start, screen.pixels(), (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
+    screen.screenshot(game.shots + "/3-panel-moved.png")
+
+
+def hold_cut_short(game):
+    """A box that opens while a piece is held: the piece is let go first and does not stick to the pointer."""
+    screen = game.screen
+    saved = Saved(game.save("antes"))
+    piece = saved.pieces[-1]
+    half = saved.tile // 2
+    x1, y1 = game.to_screen(piece["x"] + half, piece["y"] + half)
+    screen.move(x1, y1)
+    screen.press()
+    for step in range(1, 5):
+        screen.move(x1 - 20 * step, y1 + 11 * step)
+    screen.key("F1")
+    screen.window("Como Jogar")
+    time.sleep(0.3)
+    screen.screenshot(game.shots + "/4-help-in-mid-drag.png")
+    screen.release()
+    screen.key("alt+F4")
+    screen.gone("Como Jogar")
+    screen.move(x1 - 300, y1 + 150)
+    time.sleep(0.3)
+    after = {p["id"]: p for p in Saved(game.save("depois")).pieces}[piece["id"]]
+    moved = after["x"] - piece["x"], after["y"] - piece["y"]
+    check(moved == (-77, 44), f"the piece moved by {moved}: the lattice point nearest to -80, 44 is -77, 44")
+
+
+def small_windows(game):
+    """Help and About are modal, say what they should and come again."""
+    screen = game.screen
+    for _ in range(2):
+        game.menu(2, "Up", "Return")
+        screen.window(" Sobre o Fento-Lira Master")
+        time.sleep(0.3)
+        screen.screenshot(game.shots + "/5-about.png")
+        screen.key("ctrl+o")
+        time.sleep(0.4)
+        check(game.windows() == 2, "a command reached the main window behind the About box")
+        screen.key("alt+F4")
+        screen.gone(" Sobre o Fento-Lira Master")
+    screen.key("F3")  # a question: No leaves everything as it is
+    wait_for(lambda: game.windows() == 2, "the question before a restart")
+    time.sleep(0.3)
+    screen.screenshot(game.shots + "/6-question.png")
+    before = Saved(game.folder + "/Save/depois.pzl").pieces
+    screen.key("Escape")
+    wait_for(lambda: game.windows() == 1, "the question to close")
+    check(Saved(game.save("igual")).pieces == before, "answering No moved pieces")
+
+
+def main():
+    program, shots = sys.argv[1], sys.argv[2]
+    width, height = map(int, (sys.argv[3] if len(sys.argv) > 3 else "1366x768").split("x"))
+    with Screen(width, height) as screen:
+        game = Game(screen, program)
+        game.shots = shots
+        os.makedirs(shots, exist_ok=True)
+        os.makedirs(game.folder + "/Imagens/mais")
+        for name, colours in (("a.jpg", "red-blue"), ("b.gif", "green-white"), ("c.BMP", "orange-navy"),
+                              ("mais/d.jpg", "pink-black")):
+            run("convert", "-size", "400x300", "plasma:" + colours, "-seed", "5", game.folder + "/Imagens/" + name)
+        game.start()
+        dialog_manners(game)
+        dialog = game.new_game(3)
+        wait_for(lambda: thumbnails(game, dialog) == 3, "three thumbnails")
+        screen.click(*game.thumbnail(dialog, 2), times=2)
+        screen.gone("Busca Imagens")
+        time.sleep(0.6)
+        switches(game)
+        view(game)
+        hold_cut_short(game)
+        small_windows(game)
+        game.end()
+        if game.process.returncode != 0:
+            raise Failure(f"the program ended with {game.process.returncode}")
+    print("dialog, switches, view, panel, a hold cut short and small windows are as they should be")
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    except Failure as failure:
+        sys.exit(f"around_the_board: {failure}")
