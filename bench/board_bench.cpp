@@ -43,13 +43,12 @@ struct Game {
     ~Game() { Surfaces = nullptr; }
 
     // Spreads the pieces over a lattice like that of the scatter, in an order that mixes neighbours.
-    void Spread() {
+    void Spread(int left, int top) {
         const int step = CellSize + ScatterGap * TileUnit + 1;
-        const int columns = board.Width() / step;
         for (size_t i = 0; i < Pieces.size(); ++i) {
             const int place = int(i * 7919 % Pieces.size());
-            Pieces[i].X = int16_t(place % columns * step / 11 * 11);
-            Pieces[i].Y = int16_t(place / columns * step / 11 * 11);
+            Pieces[i].X = int16_t((left + place % GridCols * step) / 11 * 11);
+            Pieces[i].Y = int16_t((top + place / GridCols * step) / 11 * 11);
         }
     }
 
@@ -60,8 +59,8 @@ Game LargeGame() { return Game(36, 24, 4800, 2700); }
 
 void MoveHeld(int step) {
     PieceRec& held = Pieces[0];
-    held.X = int16_t(600 + step % 64 * 5);
-    held.Y = int16_t(400 + step % 48 * 3);
+    held.X = int16_t(340 + step % 64 * 5);
+    held.Y = int16_t(330 + step % 48 * 3);
     for (size_t i = 1; i < Pieces.size(); ++i) {
         if (Pieces[i].InGroup == 0) continue;
         Pieces[i].X = int16_t(held.X + Pieces[i].GroupDX);
@@ -86,7 +85,7 @@ BENCHMARK(CopyBoard);
 // Foreign drawing on the board makes every composition a whole one.
 void ComposeWhole(benchmark::State& state) {
     Game game = LargeGame();
-    game.Spread();
+    game.Spread(0, 0);
     for (auto _ : state) {
         SetPixel(game.board, 0, 0, 0);
         game.Draw();
@@ -99,13 +98,10 @@ BENCHMARK(ComposeWhole);
 void MoveOnePiece(benchmark::State& state) {
     const bool large = state.range(0) > 50;
     Game game = large ? LargeGame() : Game(10, 5, 2400, 1350);
-    game.Spread();
-    for (PieceRec& piece : Pieces) {
-        if (state.range(1) != 0)
-            piece.X = int16_t(piece.X + 550), piece.Y = int16_t(piece.Y + (large ? 0 : 380));
-        else
-            piece.Y = int16_t(piece.Y + 700);
-    }
+    if (state.range(1) != 0)
+        game.Spread(300, 300);
+    else
+        game.Spread(300, 900);
     PickedPiece = 0;
     game.Draw();
     int step = 0;

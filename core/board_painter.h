@@ -23,8 +23,8 @@ public:
     // Where the pieces lie, by element; for finding those that touch a rectangle.
     void SetPlaces(const std::vector<PieceRec>& pieces);
     void SetPlace(int element, const PieceRec& piece) {
-        xs_[size_t(element)] = piece.X;
-        ys_[size_t(element)] = piece.Y;
+        columns_[size_t(element)] = CellOf(piece.X);
+        rows_[size_t(element)] = CellOf(piece.Y);
     }
 
     struct Scene {
@@ -47,9 +47,13 @@ private:
     void InvertRim(const Scene& scene, const PieceRec& piece, const Rect& band);
     void LayPiece(const Scene& scene, const PieceRec& piece, const Rect& band);
 
+    // Places are kept in cells of 256 pixels: any coordinate then is one byte.
+    static int8_t CellOf(int coordinate) { return int8_t(coordinate >> 8); }
+
     TileSpans spans_;
-    std::vector<int16_t> xs_, ys_;  // padded to whole blocks
-    std::vector<int> found_;        // elements that touch the band, topmost first
+    size_t pieceCount_ = 0;
+    std::vector<int8_t> columns_, rows_;  // by element, padded to whole blocks
+    std::vector<int> found_;              // elements that touch the band, topmost first
 };
 
 }  // namespace PuzzleModule
