@@ -47,8 +47,7 @@ void BoxWidget::paintEvent(QPaintEvent* event) {
     const QImage view = drawn ? QImage(reinterpret_cast<const uchar*>(image.Row(0)), stored.width, stored.height,
                                        qsizetype(image.Stride()) * 4, QImage::Format_RGB32)
                               : QImage();
-    const QRegion damage = event->region();
-    for (const QRect& rect : damage) {
+    for (const QRect& rect : event->region()) {
         // A pixel more on each side lets the smooth stretch see the neighbours; the clip cuts it off again.
         const QRect shown = (whole ? rect : rect.adjusted(-2, -2, 2, 2)) & inside;
         if (!inside.contains(rect)) painter.fillRect(rect, background);

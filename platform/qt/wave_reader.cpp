@@ -2,9 +2,10 @@
 #include "platform/qt/wave_reader.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
 #include <string_view>
+
+#include "platform/numbers.h"
 
 namespace {
 
@@ -70,7 +71,8 @@ std::vector<int16_t> ReadWave(std::span<const std::byte> file, int rate) {
         const double at = double(i) * sound.rate / rate;
         const size_t left = std::min(size_t(at), samples.size() - 1), right = std::min(left + 1, samples.size() - 1);
         const double part = at - double(left);
-        result[i] = int16_t(std::lround(samples[left] * (1 - part) + samples[right] * part));
+        // Between two neighbours in range: never out of it.
+        result[i] = CInt16(samples[left] * (1 - part) + samples[right] * part).value_or(0);
     }
     return result;
 }
