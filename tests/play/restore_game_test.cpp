@@ -76,6 +76,25 @@ TEST_F(SavedGames, FittingAgainAndAgainNeverMakesAGameUnloadable) {
     }
 }
 
+TEST_F(SavedGames, PictureSizeOfWholeCellsIsFittedIntoTheGridOfThePieces) {
+    play.StartGrid(4, 3, 3);
+    Save("a.pzl");
+    const auto saved = [](int width, int height) {
+        return "\r\n " + std::to_string(width) + " \r\n " + std::to_string(height) + " \r\n 120 ";
+    };
+    std::string text = play.folder.Read("a.pzl");
+    const std::string before = saved(PictureWidth, PictureHeight);
+    text.replace(text.find(before), before.size(), saved(4 * CellSize, 3 * CellSize));
+    play.folder.Write("a.pzl", text);
+    GameRunning = false;
+    Load("a.pzl");
+    EXPECT_TRUE(GameRunning);
+    EXPECT_EQ(GridCols, 4);
+    EXPECT_EQ(GridRows, 3);
+    EXPECT_EQ(play.main.Surfaces.picMaster.Bounds(), (Rect{0, 0, 4 * CellSize, 3 * CellSize}));
+    EXPECT_EQ(PictureWidth, 4 * CellSize);
+}
+
 TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
     play.StartGrid(4, 3, 3);
     Save("good.pzl");
