@@ -186,6 +186,8 @@ void QtDesktop::DoEvents(Yield yield) {
     if (yield == Yield::PaintsAndTimers) ++discarding_;
     QCoreApplication::processEvents();
     AwaitFirstPaint();
+    // What was painted leaves for a Wayland display at the beginning of the next round only.
+    if (QGuiApplication::platformName().startsWith("wayland")) QCoreApplication::processEvents();
     if (yield == Yield::PaintsAndTimers) --discarding_;
 }
 
