@@ -27,7 +27,7 @@ mapfile -t windows < <(sed -n '/WINDOW_FILES/,/^endforeach/p; /foreach(f/,/)$/p'
 window_headers='"(core/frm_main|shell/(frm_splash|frm_about|form1|startup)|browser/[a-z0-9_]+)\.h"'
 
 mapfile -t all < <(sources core play browser shell platform "$top/tests" "$top/bench" "$top/tools" 2>/dev/null)
-mapfile -t portable < <(printf '%s\n' "${all[@]}" | grep -v -e '^platform/qt/' -e '/tests/qt/')
+mapfile -t portable < <(printf '%s\n' "${all[@]}" | grep -v -e '^platform/qt/' -e '/tests/platform/qt_' -e '/bench/')
 forbid "The toolkit is included outside platform/qt" '[<"](Q[A-Za-z]+|Qt[A-Za-z]+/.*|SDL.*|q[a-z]+\.h)[>"]' "${portable[@]}"
 mapfile -t inner < <(printf '%s\n' "${portable[@]}" | grep -E '^(core|play|browser|shell|platform)/')
 # shellcheck disable=SC2046
