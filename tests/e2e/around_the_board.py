@@ -20,6 +20,19 @@ def differences(before, after, area):
     return sum(before(x, y) != after(x, y) for y in range(y0, y1, 2) for x in range(x0, x1, 2))
 
 
+def settled(screen, area):
+    """The screen once nothing moves in `area` any more: a loaded machine paints late."""
+    time.sleep(0.3)
+    before = screen.pixels()
+    for _ in range(20):
+        time.sleep(0.3)
+        now = screen.pixels()
+        if differences(before, now, area) == 0:
+            return now
+        before = now
+    raise Failure("the board does not come to rest")
+
+
 def dialog_manners(game):
     """OK without a choice, keys that do nothing, another folder, closing and coming again."""
     screen = game.screen
@@ -37,11 +50,9 @@ def dialog_manners(game):
     wait_for(lambda: game.windows() == 2, "the message to close")
 
     # The folder "mais" stands below Imagens in the list: a double click opens it.
-    pixel = screen.pixels()
     screen.click(*game.thumbnail(dialog, 1))
-    time.sleep(0.3)
     corner = (round(x + (2835 + 90) / 15), round(y + (60 + 10 + 200 + 90) / 15))
-    check(screen.pixels()(*corner) == (0, 0, 0), f"no black frame round the thumbnail, but {screen.pixels()(*corner)}")
+    wait_for(lambda: screen.pixels()(*corner) == (0, 0, 0), "the black frame round the chosen thumbnail")
     screen.screenshot(game.shots + "/2-selected.png")
     open_last_folder(game, dialog)
     wait_for(lambda: thumbnails(game, dialog) == 1, "the thumbnail of the sub-folder")
@@ -81,7 +92,7 @@ def switches(game):
     before = screen.pixels()
     game.menu(1, "Up", "Up", "Return")
     wait_for(lambda: "Navegador=False" in open(config).read(), "Navegador=False in config.ini")
-    check(differences(before, screen.pixels(), panel) > 500, "the panel did not go")
+    check(differences(before, settled(screen, panel), panel) > 500, "the panel did not go")
     game.menu(1, "Up", "Up", "Return")
     wait_for(lambda: "Navegador=True" in open(config).read(), "Navegador=True in config.ini")
     check(open(config).read() == "[SETUP]\nSom=False\nNavegador=True\n", f"config.ini: {open(config).read()!r}")
@@ -92,26 +103,23 @@ def view(game):
     screen = game.screen
     x, y, width, height = screen.place(game.window)
     board = (x + 20, y + 60, x + width - 220, y + height - 60)
-    start = screen.pixels()
+    start = settled(screen, board)
     screen.move(x + width // 3, y + height // 2)
     screen.xdo("click", 5)
-    time.sleep(0.3)
-    check(differences(start, screen.pixels(), board) > 500, "the wheel does not scroll the board")
+    check(differences(start, settled(screen, board), board) > 500, "the wheel does not scroll the board")
     screen.xdo("click", 4)
-    time.sleep(0.3)
-    check(differences(start, screen.pixels(), board) == 0, "the wheel does not scroll back")
+    check(differences(start, settled(screen, board), board) == 0, "the wheel does not scroll back")
     # Bare board: the clear corner at the top left.
     screen.drag(x + 60, game.origin[1] + 60, x + 100, game.origin[1] + 90)
-    panned = screen.pixels()
+    panned = settled(screen, board)
     check(differences(start, panned, board) > 500, "a press on bare board does not pan")
     check(panned(x + 700, game.origin[1] + 300) == start(x + 660, game.origin[1] + 270), "the pan went another way")
     screen.drag(x + 100, game.origin[1] + 90, x + 60, game.origin[1] + 60)
-    check(differences(start, screen.pixels(), board) == 0, "the pan does not come back")
+    check(differences(start, settled(screen, board), board) == 0, "the pan does not come back")
     # The panel by its miniature.
     px, py = x + width - 100, y + height - 110
     screen.drag(px, py, px - 300, py - 150, steps=10)
-    time.sleep(0.3)
-    check(differences(start, screen.pixels(), (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
+    check(differences(start, settled(screen, board[:2] + (px - 400, board[3])), (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
     screen.screenshot(game.shots + "/3-panel-moved.png")
 
 

@@ -50,14 +50,15 @@ def main():
         before = screen.pixels()
         x, y = screen.width // 2, screen.height // 2 + 100
         screen.drag(x, y, x - 40, y - 30)
-        after = screen.pixels()
-        moved = any(before(a, b) != after(a, b) for a in range(60, 500, 3) for b in range(80, 400, 3))
-        if not moved:
-            raise Failure("the view of a finished game does not pan")
+        wait_for(lambda: differs(before, screen.pixels()), "the view of a finished game to pan")
         game.end()
         if game.process.returncode != 0:
             raise Failure(f"the program ended with {game.process.returncode}")
     print("a whole game was played and won")
+
+
+def differs(before, after):
+    return any(before(a, b) != after(a, b) for a in range(60, 500, 3) for b in range(80, 400, 3))
 
 
 def solve_last(game, saved):
