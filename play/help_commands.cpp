@@ -49,11 +49,13 @@ void frmMain::MnDesistir_Click() {
     GameRunning = false;
     Timer1.SetEnabled(false);
 
-    int refX = 0, refY = 0;
+    // The top-left piece goes first, so the very first frame shows where the picture will lie.
+    int16_t refX = 0, refY = 0;
     if (const int topLeft = ElementOfTopLeft(); topLeft >= 0) {
         SetUpright(topLeft);
-        refX = TileCorner(picScreen.Left());
-        refY = TileCorner(picScreen.Top());
+        PieceRec& corner = Pieces[size_t(topLeft)];
+        refX = corner.X = TileCorner(picScreen.Left());
+        refY = corner.Y = TileCorner(picScreen.Top());
     }
     for (int i = 0; i <= UpperBound(); ++i) {
         SetUpright(i);
