@@ -94,14 +94,17 @@ void frmThumbs::Drive1_Change() {
     if (!Dir1.SetPath(Drive1.Drive())) Drive1.SetDrive(Dir1.Path());
 }
 
-// Can run inside itself: a further change of folder comes in at the yield here or at one of
-// the scan's. The inner scan ends first, and the outer one stops then.
+// Can run inside itself: a further change of folder comes in at the yield here, at that of Clear (a bar
+// that moves back) or at one of the scan's. The inner scan ends first, and the outer one stops then or,
+// where it has not begun, is not needed.
 void frmThumbs::Dir1_Change() {
     DoEvents();
     ucFirefoxWait1.PlayWait();
     ThumbsCtl1.Clear();
-    std::string folder = Dir1.Path();
-    ThumbsCtl1.ScanPath(folder);
+    if (ThumbsCtl1.ListCount() == 0) {
+        std::string folder = Dir1.Path();
+        ThumbsCtl1.ScanPath(folder);
+    }
     ucFirefoxWait1.StopWait();
 }
 
@@ -122,6 +125,13 @@ void frmThumbs::cmdVoltar_Click() { Unload(); }
 void frmThumbs::Form_Unload() { PuzzleModule::ThumbsOpen = false; }
 
 void frmThumbs::StartGame(int16_t& /*PicIndex*/, std::string& Filename) {
-    gameStarted_ = main_.StartGame(Filename, [this] { Hide(); });
+    main_.StartGame(Filename, [this] { Hide(); });
     Unload();
+}
+
+void frmThumbs::SetSize(frmMain& main) {
+    if (!main.Surfaces.PicTemp) return;
+    const std::optional<PuzzleModule::MiniatureFit> fit =
+        PuzzleModule::FitMiniature(main.Surfaces.PicTemp->Natural, main.Picture1.Width(), main.Picture1.Height());
+    if (fit) main.imgMaster.Place(fit->Left, fit->Top, fit->Width, fit->Height);
 }

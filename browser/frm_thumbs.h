@@ -30,13 +30,13 @@ public:
     // The chosen picture becomes a game; the dialog is unloaded at the end, game or not.
     void StartGame(int16_t& PicIndex, std::string& Filename);
 
-    // True once a game was started from this dialog.
-    bool GameStarted() const { return gameStarted_; }
+    // Fits the main window's miniature into its panel, in the proportions of the picture there. Needs no
+    // open dialog.
+    static void SetSize(frmMain& main);
 
 private:
     void BuildControls();
     void BindHandlers();
 
     frmMain& main_;
-    bool gameStarted_ = false;
 };

@@ -37,14 +37,9 @@ ThumbsCtl::ThumbsCtl(std::string name, Label& waitLabel)
     picInterior.FigureClick = [this](int Index) { imgFigura_Click(Index); };
     picInterior.FrameClick = [this](int Index) { lblFigura_Click(Index); };
     picInterior.FigureDblClick = [this](int Index) { imgFigura_DblClick(Index); };
-    const auto forward = [this](ItemMouseHandler ThumbsCtl::*event) {
-        return [this, event](int Index, int16_t Button, int16_t Shift, float X, float Y) {
-            RaiseItemMouse(this->*event, Index, Button, Shift, X, Y);
-        };
-    };
-    picInterior.FigureMouseDown = forward(&ThumbsCtl::ImageMouseDown);
-    picInterior.FigureMouseMove = forward(&ThumbsCtl::ImageMouseMove);
-    picInterior.FigureMouseUp = forward(&ThumbsCtl::ImageMouseUp);
+    picInterior.FigureMouseDown = std::bind_front(&ThumbsCtl::imgFigura_MouseDown, this);
+    picInterior.FigureMouseMove = std::bind_front(&ThumbsCtl::imgFigura_MouseMove, this);
+    picInterior.FigureMouseUp = std::bind_front(&ThumbsCtl::imgFigura_MouseUp, this);
     picInterior.Wheel = [this](int, int notchesY) { picInterior_Wheel(notchesY); };
     scrThumbs.Change = [this] { scrThumbs_Change(); };
     scrThumbs.Scroll = [this] { scrThumbs_Scroll(); };
@@ -141,6 +136,18 @@ void ThumbsCtl::imgFigura_DblClick(int Index) {
     if (!IsItem(Index) || !ImageDblClick) return;
     const std::shared_ptr<std::string> Filename = Files[size_t(Index)];
     ImageDblClick(*PicIndex, *Filename);
+}
+
+void ThumbsCtl::imgFigura_MouseDown(int Index, int16_t Button, int16_t Shift, float X, float Y) {
+    RaiseItemMouse(ImageMouseDown, Index, Button, Shift, X, Y);
+}
+
+void ThumbsCtl::imgFigura_MouseMove(int Index, int16_t Button, int16_t Shift, float X, float Y) {
+    RaiseItemMouse(ImageMouseMove, Index, Button, Shift, X, Y);
+}
+
+void ThumbsCtl::imgFigura_MouseUp(int Index, int16_t Button, int16_t Shift, float X, float Y) {
+    RaiseItemMouse(ImageMouseUp, Index, Button, Shift, X, Y);
 }
 
 void ThumbsCtl::RaiseItemMouse(const ItemMouseHandler& event, int Index, int16_t Button, int16_t Shift, float X,

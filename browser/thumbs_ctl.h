@@ -66,6 +66,9 @@ public:
     void imgFigura_Click(int Index);
     void lblFigura_Click(int Index);
     void imgFigura_DblClick(int Index);
+    void imgFigura_MouseDown(int Index, int16_t Button, int16_t Shift, float X, float Y);
+    void imgFigura_MouseMove(int Index, int16_t Button, int16_t Shift, float X, float Y);
+    void imgFigura_MouseUp(int Index, int16_t Button, int16_t Shift, float X, float Y);
     void scrThumbs_Change();
     void scrThumbs_Scroll();
     void picInterior_Wheel(int notchesY);  // a row of the sheet for each notch

@@ -58,7 +58,6 @@ public:
     // picture dialog is hidden by `hideDialog`; true if a game is on the board afterwards.
     // A start that fails leaves records, sizes, strip, level, seconds and grid as they were.
     bool StartGame(const std::string& Filename, const Handler& hideDialog);
-    void SetSize();
     void RestoreGame(const std::string& Path);
     // True while a game is being built or restored, or giving up walks: commands that replace, rebuild
     // or reorder the pieces do nothing then.

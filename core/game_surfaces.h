@@ -41,6 +41,7 @@ private:
 struct GameSurfaces {
     Surface picBG;                           // clean background of every composition, as large as the board
     std::shared_ptr<const Picture> PicTemp;  // the picture as loaded
+    Surface PicBranco{20, 22};               // all white: stretched, the frame on picMaster
     Surface picMaster;                       // the picture on black, whole cells; black background
     PieceSurfaces picPat;
     Surface picMasks[2];  // master strip 1520 x 80, working strip 19 TileSize x TileSize

@@ -2,6 +2,7 @@
 //
 // A saved game is read whole and checked, its picture included, before anything is stored: a file
 // that cannot be played leaves the game on the board as it was.
+#include "browser/frm_thumbs.h"
 #include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/mask_strip.h"
@@ -102,7 +103,7 @@ void frmMain::RestoreGame(const std::string& Path) {
     SetSizes(game.Sizes);
     TakeOver(*plan, false);
     SetState(WindowState::Maximized);
-    SetSize();
+    frmThumbs::SetSize(*this);
     ShowMiniature();
     DoEvents(Yield::PaintsAndTimers);  // the clock is off and input is discarded: nothing looks at the old pieces
     CutPieces(Surfaces.picMaster, Surfaces.picMasks[1], Surfaces.picPat);

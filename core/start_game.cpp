@@ -59,7 +59,7 @@ bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) 
         PickedPiece = -1;
         ScatterAndCompose();
         RunGame();
-        SetSize();
+        frmThumbs::SetSize(*this);
         ShowMiniature();
         gameBuilt_ = true;
     } else {
@@ -108,7 +108,7 @@ void frmMain::TakeOver(const NewGame& game, bool framed) {
     Surfaces.PicTemp = game.picture;
     Surfaces.picMaster.Resize(fit.MasterWidth, fit.MasterHeight);
     Surfaces.picMaster.Cls();
-    if (framed) FillRect(Surfaces.picMaster, fit.FrameRect(), 0xFFFFFF);
+    if (framed) PaintPicture(Surfaces.picMaster, fit.FrameRect(), Surfaces.PicBranco);
     PaintPicture(Surfaces.picMaster, fit.PictureRect(), game.picture->Image);
 }
 
@@ -124,13 +124,6 @@ void frmMain::RunGame() {
     PickedPiece = -1;
     GameRunning = true;
     Timer1.SetEnabled(GameRunning);
-}
-
-void frmMain::SetSize() {
-    if (!Surfaces.PicTemp) return;
-    const std::optional<MiniatureFit> fit =
-        FitMiniature(Surfaces.PicTemp->Natural, Picture1.Width(), Picture1.Height());
-    if (fit) imgMaster.Place(fit->Left, fit->Top, fit->Width, fit->Height);
 }
 
 void frmMain::ShowMiniature() {
