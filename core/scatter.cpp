@@ -42,7 +42,8 @@ void Advance(LatticePoint& point, const ScatterView& Board) {
 int DrawUnused(std::vector<bool>& used, int turn) {
     for (;;) {
         Randomize(SecondsSinceMidnight());
-        const int n = turn == 0 ? 0 : int(Int(Rnd() * UpperBound() + 1));
+        // In this order of adding no rounding can lead beyond the last element.
+        const int n = turn == 0 ? 0 : 1 + int(Int(Rnd() * UpperBound()));
         if (used[size_t(n)]) continue;
         used[size_t(n)] = true;
         return n;
