@@ -44,7 +44,7 @@ std::optional<Number> Parsed(std::string_view text) {
 
 }  // namespace
 
-std::string ReadIni(const std::string& Section, const std::string& Key, const std::string& Default) {
+std::string ModINI::ReadIni(const std::string& Section, const std::string& Key, const std::string& Default) {
     std::string value = ConfigFile().Read(Section, Key).value_or("");
     value.resize(std::min({value.size(), LongestValue, value.find('\0')}));
     return value.empty() ? Default : value;
@@ -55,12 +55,12 @@ void WriteIni(const SettingKey& key, const std::string& value) {
 }
 
 bool ReadSwitch(const SettingKey& key) {
-    const std::optional<bool> stored = ToBoolean(ReadIni(SettingsSection, key.key, key.defaultText));
+    const std::optional<bool> stored = ToBoolean(ModINI::ReadIni(SettingsSection, key.key, key.defaultText));
     return stored ? *stored : ToBoolean(key.defaultText).value_or(false);
 }
 
 Color ReadColor(const SettingKey& key) {
-    const std::optional<Color> stored = ColorFromText(ReadIni(SettingsSection, key.key, key.defaultText));
+    const std::optional<Color> stored = ColorFromText(ModINI::ReadIni(SettingsSection, key.key, key.defaultText));
     return stored ? *stored : ColorFromText(key.defaultText).value_or(0);
 }
 

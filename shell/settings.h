@@ -18,9 +18,13 @@ inline constexpr SettingKey SoundSetting{"Som", "True", "sound effects on (True 
 inline constexpr SettingKey MiniatureSetting{"Navegador", "True", "miniature shown (True or False)"};
 inline constexpr SettingKey ColorSetting{"Color", "15203838", "colour of the board, 0x00BBGGRR in decimal"};
 
+namespace ModINI {
+
 // One key of config.ini in AppFolder: at most 254 characters of its value, or `Default` if
 // file, section, key or value is missing.
 std::string ReadIni(const std::string& Section, const std::string& Key, const std::string& Default);
+
+}  // namespace ModINI
 
 // Writes one key of config.ini, section "SETUP". A failure is not reported: the setting then
 // holds for this run.

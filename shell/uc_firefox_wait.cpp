@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "platform/desktop.h"
+#include "platform/numbers.h"
 #include "platform/raster.h"
 
 namespace {
@@ -52,14 +53,12 @@ void DrawDot(Surface& strip, int x, int y, Color shade) {
     FillRect(strip, {x, y + 1, 4, 2}, shade);
 }
 
-// White where `picture` has exactly `color`, black elsewhere.
-Surface MaskOf(const Surface& picture, Color color) {
-    Surface mask(picture.Width(), picture.Height(), BlackPixel);
+// Draws white on the black `mask` where `picture` has exactly `color`.
+void DrawMask(Surface& mask, const Surface& picture, Color color) {
     for (int y = 0; y < picture.Height(); ++y) {
         for (int x = 0; x < picture.Width(); ++x)
             if (Point(picture, x, y) == color) SetPixel(mask, x, y, ToColor(WhitePixel));
     }
-    return mask;
 }
 
 }  // namespace
@@ -68,17 +67,24 @@ ucFirefoxWait::ucFirefoxWait(std::string name)
     : Control(std::move(name)),
       picSource(BuildStrip()),
       picOriginal(BuildStrip()),
-      defaultBackColor_(ResolveColor(ButtonFaceColor)),
-      backColor_(defaultBackColor_),
-      animationSpeed_(DefaultSpeed) {
+      picColor(FrameSide, FrameSide, ToPixel(ResolveColor(ButtonFaceColor))) {
     AddChild(picDestination);
     picDestination.Place(0, 0, FrameSide, FrameSide);
     tmrPlay.Tick = [this] { DrawNextFrame(); };
     UserControl_Resize();
+    UserControl_Initialize();
+    UserControl_InitProperties();
+}
+
+ucFirefoxWait::~ucFirefoxWait() { UserControl_Terminate(); }
+
+// Any pixel of picColor would do.
+void ucFirefoxWait::UserControl_Initialize() {
+    defaultBackColor_ = Point(picColor, 17 / TwipsPerPixel, 17 / TwipsPerPixel);
     DrawIdleFrame();
 }
 
-ucFirefoxWait::~ucFirefoxWait() { tmrPlay.SetEnabled(false); }
+void ucFirefoxWait::UserControl_Terminate() { tmrPlay.SetEnabled(false); }
 
 Surface ucFirefoxWait::BuildStrip() {
     Surface strip(FrameSide * FrameCount, FrameSide, ToPixel(Magenta));
@@ -183,14 +189,23 @@ void ucFirefoxWait::DrawFrame(int frame) {
 
 void ucFirefoxWait::ReplaceColor(Surface& picture, Color ColorFrom, Color ColorTo) {
     const int width = picture.Width(), height = picture.Height();
-    Surface mask = MaskOf(picture, ColorFrom);
-    Surface color(width, height, ToPixel(ColorTo));
+    std::optional<Surface> mask = CreateMemorySurface(picture, width, height, true);
+    std::optional<Surface> color = CreateMemorySurface(picture, width, height, false);
+    if (!mask || !color) return;
+    DrawMask(*mask, picture, ColorFrom);
     // ColorTo where the mask is white, black elsewhere.
-    BitBlt(color, 0, 0, width, height, mask, 0, 0, RasterOp::SrcAnd);
+    FillRect(*color, color->Bounds(), ColorTo);
+    BitBlt(*color, 0, 0, width, height, *mask, 0, 0, RasterOp::SrcAnd);
     // The mask turned round: black where ColorFrom was.
-    BitBlt(mask, 0, 0, width, height, Surface(width, height, WhitePixel), 0, 0, RasterOp::SrcInvert);
+    BitBlt(*mask, 0, 0, width, height, Surface(width, height, WhitePixel), 0, 0, RasterOp::SrcInvert);
     // Those pixels become black, then ColorTo goes in.
-    BitBlt(picture, 0, 0, width, height, mask, 0, 0, RasterOp::SrcAnd);
-    BitBlt(picture, 0, 0, width, height, color, 0, 0, RasterOp::SrcPaint);
+    BitBlt(picture, 0, 0, width, height, *mask, 0, 0, RasterOp::SrcAnd);
+    BitBlt(picture, 0, 0, width, height, *color, 0, 0, RasterOp::SrcPaint);
     picture.Refresh();
+}
+
+std::optional<Surface> ucFirefoxWait::CreateMemorySurface(const Surface& Picture, int Width, int Height,
+                                                          bool Monochrome) {
+    if (Width <= 0 || Height <= 0) return std::nullopt;
+    return Surface(Width, Height, Monochrome ? BlackPixel : Picture.Background());
 }

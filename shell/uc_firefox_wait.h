@@ -1,6 +1,7 @@
 // A small ring of eight dots that turns while the program is busy and stands grey while it is not.
 #pragma once
 #include <functional>
+#include <optional>
 #include <string>
 
 #include "platform/control.h"
@@ -34,6 +35,7 @@ public:
     PictureBox picDestination{"picDestination"};  // 16 x 16 pixels, what the player sees
     Timer tmrPlay{"tmrPlay", 100};
     Surface picSource, picOriginal;  // the strip, with and without the colour behind the dots
+    Surface picColor;                // serves to read the desktop's button face as a plain colour
 
     int32_t FrameIndex = 0;  // last frame shown, 0 to 7
 
@@ -45,7 +47,12 @@ protected:
     void Adopted() override { UserControl_Resize(); }
 
 private:
+    void UserControl_Initialize();
+    void UserControl_Terminate();
     void ApplyBackColor();
+    // A surface to work on beside `Picture`: a mask, all black, or one that begins like the picture's
+    // background. Nothing if there is no picture to work on.
+    static std::optional<Surface> CreateMemorySurface(const Surface& Picture, int Width, int Height, bool Monochrome);
     void DrawNextFrame();
     void DrawIdleFrame();
     void DrawFrame(int frame);

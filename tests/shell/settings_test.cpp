@@ -47,10 +47,10 @@ TEST_F(Settings, MissingEmptyOrOddValuesGiveTheDefault) {
 TEST_F(Settings, AValueIsCutTo254CharactersAndAtItsFirstNul) {
     folder.Write("config.ini", "[SETUP]\nLong=" + std::string(300, 'x') + "\nCut=ab" + std::string(1, '\0') +
                                    "cd\nNone=" + std::string(1, '\0') + "x\n");
-    EXPECT_EQ(ReadIni("SETUP", "Long", "d"), std::string(254, 'x'));
-    EXPECT_EQ(ReadIni("setup", "cut", "d"), "ab");
-    EXPECT_EQ(ReadIni("SETUP", "None", "d"), "d");
-    EXPECT_EQ(ReadIni("OTHER", "Cut", "d"), "d");
+    EXPECT_EQ(ModINI::ReadIni("SETUP", "Long", "d"), std::string(254, 'x'));
+    EXPECT_EQ(ModINI::ReadIni("setup", "cut", "d"), "ab");
+    EXPECT_EQ(ModINI::ReadIni("SETUP", "None", "d"), "d");
+    EXPECT_EQ(ModINI::ReadIni("OTHER", "Cut", "d"), "d");
 }
 
 TEST_F(Settings, WhatIsWrittenIsReadAndTheFirstChangeMakesTheFile) {
