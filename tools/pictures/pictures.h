@@ -1,0 +1,28 @@
+// The sample pictures. Each is drawn by one routine in a file of its own; all measures are
+// pixels of the finished picture, all chance comes from fixed seeds.
+#pragma once
+#include "paint/paint.h"
+
+namespace pictures {
+
+using paint::Canvas;
+
+Canvas Mountains();
+Canvas Balloons();
+Canvas StarrySky();
+Canvas Aquarium();
+Canvas Quilt();
+Canvas Garden();
+Canvas AutumnLeaves();
+Canvas CityAtDusk();
+Canvas OldMap();
+Canvas Shells();
+Canvas StainedGlass();
+Canvas Tiles();
+Canvas Toucan();
+Canvas HillsideHouses();
+
+// Things that several pictures show.
+void DrawPine(Canvas& canvas, paint::Vec foot, double height, paint::Rgb colour, uint32_t seed);
+
+}  // namespace pictures
