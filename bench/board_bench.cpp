@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <memory>
+#include <vector>
 
 #include "core/board.h"
 #include "core/game_state.h"
@@ -58,9 +59,13 @@ struct Game {
 Game LargeGame() { return Game(36, 24, 4800, 2700); }
 
 void MoveHeld(int step) {
-    PieceRec& held = Pieces[0];
-    held.X = int16_t(340 + step % 64 * 5);
-    held.Y = int16_t(330 + step % 48 * 3);
+    Pieces[0].X = int16_t(340 + step % 64 * 5);
+    Pieces[0].Y = int16_t(330 + step % 48 * 3);
+}
+
+void MoveGroup(int step) {
+    MoveHeld(step);
+    const PieceRec& held = Pieces[0];
     for (size_t i = 1; i < Pieces.size(); ++i) {
         if (Pieces[i].InGroup == 0) continue;
         Pieces[i].X = int16_t(held.X + Pieces[i].GroupDX);
@@ -94,14 +99,11 @@ void ComposeWhole(benchmark::State& state) {
 }
 BENCHMARK(ComposeWhole);
 
-// Arguments: pieces; whether the held one moves over the spread pieces or over bare board.
+// Arguments: pieces; 0 if the held one moves over the spread pieces, 1 if over bare board.
 void MoveOnePiece(benchmark::State& state) {
     const bool large = state.range(0) > 50;
     Game game = large ? LargeGame() : Game(10, 5, 2400, 1350);
-    if (state.range(1) != 0)
-        game.Spread(300, 300);
-    else
-        game.Spread(300, 900);
+    game.Spread(300, state.range(1) == 0 ? 300 : 900);
     PickedPiece = 0;
     game.Draw();
     int step = 0;
@@ -125,21 +127,26 @@ void MoveHalfOfThePieces(benchmark::State& state) {
     game.Draw();
     int step = 0;
     for (auto _ : state) {
-        MoveHeld(++step);
+        MoveGroup(++step);
         game.Draw();
     }
     benchmark::DoNotOptimize(game.board.At(1, 1));
 }
 BENCHMARK(MoveHalfOfThePieces);
 
-// The press on a piece of a group of 864: its record comes to the front, the group is collected.
-void PickUpInLargeGroup(benchmark::State& state) {
+// The press on a piece of a group of so many of 864: its record comes to the front, the group is collected.
+void PickUpInGroup(benchmark::State& state) {
     Game game = LargeGame();
+    const std::vector<PieceRec> home = Pieces;
+    game.Spread(11, 1200);
+    for (size_t i = 0; i < size_t(state.range(0)); ++i) Pieces[i] = home[i];
     game.Draw();
     for (auto _ : state) {
         PickedPiece = -1;
         for (PieceRec& piece : Pieces) piece.InGroup = 0;
-        const size_t taken = Pieces.size() - 5;
+        // The lowest piece of the group: it is another one each time.
+        size_t taken = Pieces.size() - 1;
+        while (Pieces[taken].PieceId >= state.range(0)) --taken;
         const PieceRec record = Pieces[taken];
         for (size_t k = taken; k > 0; --k) Pieces[k] = Pieces[k - 1];
         Pieces[0] = record;
@@ -149,7 +156,7 @@ void PickUpInLargeGroup(benchmark::State& state) {
     }
     benchmark::DoNotOptimize(game.board.At(1, 1));
 }
-BENCHMARK(PickUpInLargeGroup);
+BENCHMARK(PickUpInGroup)->Arg(200)->Arg(800);
 
 void CopySquare(benchmark::State& state) {
     Surface from(160, 160), to(160, 160);

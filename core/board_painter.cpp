@@ -7,7 +7,6 @@
 #include <array>
 #include <bit>
 #include <cstring>
-#include <limits>
 
 namespace PuzzleModule {
 
@@ -99,9 +98,8 @@ void BoardPainter::PaintBand(const Scene& scene, const Rect& band) {
 // the bounds of their shapes. The rough comparisons run over blocks of bytes, which compilers turn into
 // vector instructions, so that the many pieces elsewhere cost next to nothing.
 void BoardPainter::FindPieces(const Scene& scene, const Rect& band) {
-    constexpr int most = std::numeric_limits<int16_t>::max();
-    const int8_t left = CellOf(band.x - Reach()), right = CellOf(std::min(band.Right() - 1, most));
-    const int8_t top = CellOf(band.y - Reach()), bottom = CellOf(std::min(band.Bottom() - 1, most));
+    const int8_t left = CellOf(band.x - Reach()), right = CellOf(band.Right() - 1);
+    const int8_t top = CellOf(band.y - Reach()), bottom = CellOf(band.Bottom() - 1);
     found_.clear();
     for (size_t block = 0; block < columns_.size(); block += BlockSize) {
         const int8_t *column = columns_.data() + block, *row = rows_.data() + block;

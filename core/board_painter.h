@@ -1,5 +1,6 @@
 // Draws any rectangle of the board from its background and all pieces.
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -47,8 +48,9 @@ private:
     void InvertRim(const Scene& scene, const PieceRec& piece, const Rect& band);
     void LayPiece(const Scene& scene, const PieceRec& piece, const Rect& band);
 
-    // Places are kept in cells of 256 pixels: any coordinate then is one byte.
-    static int8_t CellOf(int coordinate) { return int8_t(coordinate >> 8); }
+    // Places are kept in cells of 64 pixels, one byte each. What lies beyond counts to the outermost cell:
+    // the order of places is kept, so a comparison of cells never misses a piece.
+    static int8_t CellOf(int coordinate) { return int8_t(std::clamp(coordinate >> 6, -128, 127)); }
 
     TileSpans spans_;
     size_t pieceCount_ = 0;
