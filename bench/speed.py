@@ -155,6 +155,7 @@ class Speed:
                 for s, pid in sides if turn % 2 else reversed(sides):
                     costs[pid] = drive.cost_of_moves(s, pid, *place, MOVES, reach)
                 pairs.append((costs[game.process.pid], costs[bare.process.pid]))
+            screen.move(place[0] + 33, place[1] + 22)  # so that it is seen to have been carried
             screen.release()
         finally:
             bare.close()
