@@ -20,9 +20,10 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr std::string_view Whitespace = " \t\r\n";
 constexpr int MostPieces = std::numeric_limits<int16_t>::max();
 
-// Pixels that the surfaces of all pieces may take together. A screen of 7680 by 4320 makes no more
-// than a tenth of it; beyond it the file is no game but a trap.
-constexpr int64_t MostSurfacePixels = int64_t{1} << 28;
+// Pixels that the surfaces of all pieces may take together, four bytes each. A screen of 7680 by 4320
+// makes 22 million of them from a photograph and at most 33 million from a picture of the worst shape;
+// beyond it the file is no game but a trap.
+constexpr int64_t MostSurfacePixels = int64_t{1} << 25;
 
 int SortKey(const PieceRec& piece) { return piece.Row * 100 + piece.Col; }
 

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "core/code_page.h"
+#include "core/fitting.h"
 #include "platform/files.h"
 #include "tests/core/small_game.h"
 
@@ -185,6 +186,31 @@ TEST(IsConsistent, TakesTheGridOfThePiecesWhereThePictureHasOutgrownIt) {
     ASSERT_TRUE(IsConsistent(game, cols, rows));
     EXPECT_EQ(cols, 2);
     EXPECT_EQ(rows, 2);
+}
+
+TEST(IsConsistent, TakesTheLargestGamesOfALargeScreenAndNoneThatFillTheMemory) {
+    const auto game = [](int16_t level, const LevelSizes& sizes, Size grid) {
+        SavedGame made = Sample();
+        made.GameLevel = level;
+        made.Sizes = sizes;
+        made.PictureWidth = int16_t(grid.width * sizes.CellSize - 2);
+        made.PictureHeight = int16_t(grid.height * sizes.CellSize - 2);
+        made.Pieces.clear();
+        for (int i = 0; i < grid.width * grid.height; ++i)
+            made.Pieces.push_back({0, 0, int16_t(i % grid.width), int16_t(i / grid.width), 0, int16_t(i), 0});
+        return made;
+    };
+    int cols = 0, rows = 0;
+    for (const int16_t level : std::initializer_list<int16_t>{0, 1, 3, 4, 5})
+        for (const Size photo : {Size{6000, 4000}, {3000, 4000}, {20000, 2000}, {30000, 300}, {200, 9000}}) {
+            const LevelSizes sizes = *SizesOfLevel(level, 7680);
+            const auto fit = FitNewGame(photo, sizes.CellSize, 7680, 4320);
+            ASSERT_TRUE(fit);
+            EXPECT_TRUE(IsConsistent(game(level, sizes, {fit->GridCols, fit->GridRows}), cols, rows))
+                << level << ": " << fit->GridCols << " x " << fit->GridRows;
+        }
+    EXPECT_FALSE(IsConsistent(game(0, *SizesOfLevel(0, 7680), {40, 40}), cols, rows));
+    EXPECT_FALSE(IsConsistent(game(5, *SizesOfLevel(5, 7680), {180, 180}), cols, rows));
 }
 
 TEST(GameToSave, IsTheSortedBoardUnderThePictureItWasCutFrom) {
