@@ -32,6 +32,7 @@ int main(int, char** argv) {
     QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
     QApplication::setApplicationName("fento-lira-master");
     QApplication::setDesktopFileName("fento-lira-master");
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(one, name);
     InstallPortuguese();
     QApplication::setWindowIcon(ProgramIcon());

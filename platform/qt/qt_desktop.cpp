@@ -253,6 +253,9 @@ Color QtDesktop::SystemColor(Color code) {
     return Rgb(color.red(), color.green(), color.blue());
 }
 
+// A machine without a browser is no matter, neither to the player nor to the terminal.
 void QtDesktop::OpenPage(const std::string& address) {
+    const QtMessageHandler before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     QDesktopServices::openUrl(QUrl(ToText(address), QUrl::StrictMode));
+    qInstallMessageHandler(before);
 }

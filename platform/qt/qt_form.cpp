@@ -7,6 +7,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScreen>
+#include <QShortcut>
 #include <QStyleOption>
 #include <QWindow>
 #include <algorithm>
@@ -158,6 +159,11 @@ QMenuBar& FormWindow::MenuBar() {
     if (!menuBar_) {
         menuBar_ = new QMenuBar(this);
         menuBar_->setNativeMenuBar(false);
+        // The captions have no keys of their own; F10 leads to the first menu, as everywhere.
+        auto* toMenus = new QShortcut(QKeySequence(Qt::Key_F10), this);
+        connect(toMenus, &QShortcut::activated, this, [this] {
+            if (!menuBar_->actions().isEmpty()) menuBar_->setActiveAction(menuBar_->actions().constFirst());
+        });
     }
     return *menuBar_;
 }
@@ -186,11 +192,10 @@ void FormWindow::TakeRegion() {
         clearMask();
         return;
     }
-    if (MasksWork()) {
-        const QRegion shape = ClientArea::ShapeOf(form_);
-        // An empty mask would count as none.
-        setMask(shape.isEmpty() ? QRegion(-1, -1, 1, 1) : shape);
-    } else {
+    // An empty mask would count as none.
+    const QRegion shape = ClientArea::ShapeOf(form_);
+    setMask(shape.isEmpty() ? QRegion(-1, -1, 1, 1) : shape);
+    if (!MasksWork()) {  // the mask then only lets clicks through
         setAttribute(Qt::WA_TranslucentBackground);
         client_->update();
     }

@@ -23,7 +23,6 @@ public:
         setFont(ControlFont(look.font));
         setFocusPolicy(label_.Click ? Qt::StrongFocus : Qt::NoFocus);
         if (label_.Click && label_.Pointer() == MousePointer::Default) setCursor(Qt::PointingHandCursor);
-        setAttribute(Qt::WA_TransparentForMouseEvents, false);
         update();
     }
 
@@ -42,9 +41,7 @@ protected:
         style()->drawPrimitive(QStyle::PE_FrameFocusRect, &option, &painter, this);
     }
 
-    void mousePressEvent(QMouseEvent* event) override {
-        event->setAccepted(bool(label_.Click));  // a plain label leaves the press to what it lies on
-    }
+    void mousePressEvent(QMouseEvent* event) override { event->accept(); }
 
     void mouseReleaseEvent(QMouseEvent* event) override {
         if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint())) label_.DeliverClick();

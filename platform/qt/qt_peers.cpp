@@ -136,6 +136,9 @@ std::unique_ptr<Peer> QtDesktop::CreatePeer(Control& control) {
     std::unique_ptr<QtPeer> peer = MakePeer(control);
     if (peer && peer->Widget()) {
         peer->Widget()->setObjectName(ToText(control.Name()));
+        // A press is the control's own, whether it has a use for it or not: none goes on to the container.
+        peer->Widget()->setAttribute(Qt::WA_NoMousePropagation);
+        if (peer->Content()) peer->Content()->setAttribute(Qt::WA_NoMousePropagation);
         peer->MirrorAll();
     }
     return peer;

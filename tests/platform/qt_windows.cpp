@@ -14,6 +14,7 @@
 #include "platform/qt/qt_peer.h"
 #include "platform/raster.h"
 #include "platform/scroll_bar.h"
+#include "platform/simple_controls.h"
 #include "tests/platform/qt_fixture.h"
 
 namespace {
@@ -103,6 +104,18 @@ TEST_F(Windows, AMissedReleaseIsMadeUpForAtTheNextMove) {
     Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
     Send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton, {31, 41});
     EXPECT_EQ(log, "down1@30,40 up1@31,41 move0@31,41 ");
+}
+
+TEST_F(Windows, APressOnALabelIsNotItsContainers) {
+    Label label("label");
+    box.AddChild(label);
+    label.Place(50, 50, 80, 20);
+    Show();
+    QWidget* widget = PeerOf(label)->Widget();
+    QMouseEvent event(QEvent::MouseButtonPress, QPointF(5, 5), widget->mapToGlobal(QPointF(5, 5)), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(widget, &event);
+    EXPECT_EQ(log, "");
 }
 
 TEST_F(Windows, AYieldForPaintsThrowsInputAway) {
