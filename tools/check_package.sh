@@ -1,0 +1,26 @@
+#!/bin/bash
+# Builds the Debian package and looks at it: what it holds, what lintian says, and that it can be
+# unpacked into a tree from which the program starts. `tools/check_bare.sh` installs it for real.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+. tools/packages.sh
+need BUILD RUN TEST PACKAGE_CHECK
+build_preset release || exit 1
+rm -rf build/package && mkdir -p build/package
+(umask 022 && cd build/package && quietly cpack.log cpack --config ../release/CPackConfig.cmake) || exit 1
+deb=$(ls build/package/*.deb)
+bad=0
+holds() { dpkg-deb -c "$deb" | awk '{print $6}' | grep -qx "\./usr/$1" || { say "The package lacks usr/$1"; bad=1; }; }
+for path in games/fento-lira-master share/fento-lira-master/Puzzle.skn share/applications/fento-lira-master.desktop \
+    share/metainfo/fento-lira-master.metainfo.xml share/man/man6/fento-lira-master.6.gz share/doc/fento-lira-master/copyright \
+    share/doc/fento-lira-master/changelog.Debian.gz share/icons/hicolor/scalable/apps/fento-lira-master.svg \
+    share/icons/hicolor/16x16/apps/fento-lira-master.png share/icons/hicolor/32x32/apps/fento-lira-master.png \
+    share/icons/hicolor/48x48/apps/fento-lira-master.png; do
+    holds "$path"
+done
+pictures=$(dpkg-deb -c "$deb" | grep -c '/Imagens/[^/]*\.\(jpg\|gif\|bmp\)$')
+[ "$pictures" = "$(find Imagens -type f | wc -l)" ] || { say "Only $pictures pictures in the package"; bad=1; }
+dpkg-deb -f "$deb" Depends | grep -q libqt6widgets6 || { say "No dependency on the toolkit"; bad=1; }
+lintian --fail-on error,warning --suppress-tags initial-upload-closes-no-bugs --allow-root "$deb" || bad=1
+say "$(basename "$deb"): $(stat -c %s "$deb") bytes, $pictures pictures"
+exit $bad
