@@ -1,4 +1,4 @@
-# Compiler settings and the two helpers with which every folder declares its part.
+# Compiler settings and the helpers with which every folder declares its part.
 include_guard(GLOBAL)
 
 find_program(CCACHE_PROGRAM ccache)
@@ -21,6 +21,20 @@ function(fento_library name)
   target_link_libraries(${name} PUBLIC ${ARG_LIBS})
 endfunction()
 
+# Sources whose loops run over pixels: fast in every build.
+function(fento_hot)
+  if(NOT MSVC)
+    set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS "-O3")
+  endif()
+endfunction()
+
+# Windows of the program that stand in this folder. They form one library: they may know each other,
+# and nothing below may know them.
+function(fento_windows)
+  list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  target_sources(windows PRIVATE ${ARGN})
+endfunction()
+
 # A test program, its cases known to CTest one by one.
 function(fento_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
@@ -29,18 +43,4 @@ function(fento_test name)
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE FENTO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
-endfunction()
-
-function(existing out)
-  set(found)
-  foreach(f ${ARGN})
-    if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${f})
-      list(APPEND found ${f})
-    endif()
-  endforeach()
-  if(NOT found)
-    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${out}_empty.cpp "")
-    set(found ${CMAKE_CURRENT_BINARY_DIR}/${out}_empty.cpp)
-  endif()
-  set(${out} ${found} PARENT_SCOPE)
 endfunction()

@@ -20,10 +20,11 @@ forbid() {
 }
 sources() { find "$@" \( -name '*.h' -o -name '*.cpp' \) -print; }
 
-# Windows: their headers, and the files that implement them, are the sources of the library `windows`.
-mapfile -t windows < <(sed -n '/WINDOW_FILES/,/^endforeach/p; /foreach(f/,/)$/p' browser/CMakeLists.txt |
-    grep -oE '(\.\./[a-z]+/)?[a-z0-9_]+\.cpp' | sed 's#^\.\./##; /\//!s#^#browser/#' | sort -u)
-[ ${#windows[@]} -gt 5 ] || { echo "The list of windows in browser/CMakeLists.txt was not understood."; exit 1; }
+# Windows: their headers, and the files that implement them, are those named by fento_windows.
+mapfile -t windows < <(for folder in core play shell browser; do
+    sed -n '/^fento_windows(/,/)/p' $folder/CMakeLists.txt | grep -oE '[a-z0-9_]+\.cpp' | sed "s#^#$folder/#"
+done)
+[ ${#windows[@]} -gt 5 ] || { echo "The lists of windows in the CMakeLists.txt were not understood."; exit 1; }
 window_headers='"(core/frm_main|shell/(frm_splash|frm_about|form1|startup)|browser/[a-z0-9_]+)\.h"'
 
 mapfile -t all < <(sources core play browser shell platform "$top/tests" "$top/bench" "$top/tools" 2>/dev/null)
