@@ -3,7 +3,7 @@
 // A walker goes straight on in its own direction, and at each piece that it marks it first
 // sends out the two cross walkers. That order is kept by a stack of our own, so that a board
 // of many thousands of pieces costs no depth of calls; and an index from PieceId to element,
-// made once, keeps each step from searching the whole pile.
+// made once a walk, keeps each step from searching the whole pile.
 #include "play/joining.h"
 
 #include <array>
@@ -81,12 +81,13 @@ void Mark(PieceRec& piece) {
     piece.InGroup = True;
 }
 
-void Walk(const ElementOfPiece& elements, int16_t start, Direction startDirection) {
+void Walk(int16_t start, Direction startDirection) {
     struct Step {
         int index;
         Direction direction;
     };
     if (PickedPiece < 0 || PickedPiece > UpperBound() || start < 0 || start > UpperBound()) return;
+    const ElementOfPiece elements;
     std::vector<Step> pending{{start, startDirection}};
     while (!pending.empty()) {
         const Step step = pending.back();
@@ -104,13 +105,15 @@ void Walk(const ElementOfPiece& elements, int16_t start, Direction startDirectio
 }  // namespace
 
 void CollectGroup(int16_t Index) {
-    const ElementOfPiece elements;
-    for (const Direction direction : {Left, Right, Up, Down}) Walk(elements, Index, direction);
+    JoinLeft(Index);
+    JoinRight(Index);
+    JoinUp(Index);
+    JoinDown(Index);
 }
 
-void JoinLeft(int16_t Index) { Walk(ElementOfPiece(), Index, Left); }
-void JoinRight(int16_t Index) { Walk(ElementOfPiece(), Index, Right); }
-void JoinUp(int16_t Index) { Walk(ElementOfPiece(), Index, Up); }
-void JoinDown(int16_t Index) { Walk(ElementOfPiece(), Index, Down); }
+void JoinLeft(int16_t Index) { Walk(Index, Left); }
+void JoinRight(int16_t Index) { Walk(Index, Right); }
+void JoinUp(int16_t Index) { Walk(Index, Up); }
+void JoinDown(int16_t Index) { Walk(Index, Down); }
 
 }  // namespace PuzzleModule
