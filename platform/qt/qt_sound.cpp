@@ -68,7 +68,10 @@ void OpenDevice() {
     // The rate may be the device's: SDL's own change of rate loses samples.
     const SDL_AudioDeviceID device =
         SDL_OpenAudioDevice(nullptr, 0, &wanted, &granted, SDL_AUDIO_ALLOW_FREQUENCY_CHANGE);
-    if (device == 0) return;
+    if (device == 0) {
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);  // or its thread looks for a sound card ten times a second
+        return;
+    }
     SDL_PauseAudioDevice(device, 0);
     deviceRate.store(granted.freq, std::memory_order_release);
 }
