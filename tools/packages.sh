@@ -12,6 +12,7 @@ TEST_PACKAGES="ccache libgtest-dev libgmock-dev git python3-minimal libpython3-s
 BENCH_PACKAGES="libbenchmark-dev"
 PACKAGE_CHECK_PACKAGES="lintian"
 FUZZ_PACKAGES="clang libclang-rt-14-dev"
+SOUND_PACKAGES="pulseaudio pulseaudio-utils libxtst6"
 BARE_PACKAGES="debootstrap git"
 
 say() { printf '%s\n' "$*"; }

@@ -1,0 +1,120 @@
+// The four waves as files and as sounds: formats, lengths, chunks, and how loud they are when.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+
+namespace {
+
+struct Wave {
+    std::map<std::string, std::string> chunks;
+    std::vector<double> samples;  // -1 to 1
+    int rate = 0, bits = 0, channels = 0, format = 0;
+};
+
+unsigned Number(const std::string& bytes, size_t at, int length) {
+    unsigned value = 0;
+    for (int i = length - 1; i >= 0; --i) value = value << 8 | uint8_t(bytes.at(at + size_t(i)));
+    return value;
+}
+
+// Walks the chunks strictly: each begins where the one before ends, padding included, and the
+// last ends with the file.
+Wave Read(const std::string& name) {
+    Wave wave;
+    const std::string file = ReadFile(FENTO_SOURCE_DIR "/assets/waves/" + name).value_or("");
+    if (file.size() < 12 || file.substr(0, 4) != "RIFF" || file.substr(8, 4) != "WAVE") return wave;
+    EXPECT_EQ(Number(file, 4, 4) + 8, file.size()) << name;
+    size_t at = 12;
+    while (at + 8 <= file.size()) {
+        const size_t length = Number(file, at + 4, 4);
+        wave.chunks[file.substr(at, 4)] = file.substr(at + 8, length);
+        at += 8 + length + length % 2;
+    }
+    EXPECT_EQ(at, file.size()) << name;
+    const std::string& format = wave.chunks["fmt "];
+    if (format.size() < 16) return wave;
+    wave.format = int(Number(format, 0, 2));
+    wave.channels = int(Number(format, 2, 2));
+    wave.rate = int(Number(format, 4, 4));
+    wave.bits = int(Number(format, 14, 2));
+    const std::string& data = wave.chunks["data"];
+    if (wave.bits == 8) {
+        for (const char c : data) wave.samples.push_back((uint8_t(c) - 128) / 128.0);
+    } else {
+        for (size_t i = 0; i + 1 < data.size(); i += 2) wave.samples.push_back(int16_t(Number(data, i, 2)) / 32768.0);
+    }
+    return wave;
+}
+
+// The loudest moment between two times in milliseconds.
+double Peak(const Wave& wave, double from, double to) {
+    double peak = 0;
+    for (size_t i = size_t(from * wave.rate / 1000); i < std::min(wave.samples.size(), size_t(to * wave.rate / 1000));
+         ++i)
+        peak = std::max(peak, std::abs(wave.samples[i]));
+    return peak;
+}
+
+TEST(Waves, HaveTheirFormatsAndSizes) {
+    struct Case {
+        const char* name;
+        long file;
+        int rate, bits;
+        size_t data, formatChunk, chunks;
+    };
+    const Case cases[] = {
+        {"click.wav", 1304, 22050, 8, 1258, 18, 2},
+        {"giro.wav", 12012, 44100, 16, 11968, 16, 2},
+        {"complete.wav", 12120, 11025, 8, 11966, 16, 3},
+        {"rotate.wav", 1076, 22050, 8, 899, 16, 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Wave wave = Read(c.name);
+        EXPECT_EQ(ReadFile(FENTO_SOURCE_DIR "/assets/waves/" + std::string(c.name)).value_or("").size(), c.file);
+        EXPECT_EQ(wave.format, 1);
+        EXPECT_EQ(wave.channels, 1);
+        EXPECT_EQ(wave.rate, c.rate);
+        EXPECT_EQ(wave.bits, c.bits);
+        EXPECT_EQ(wave.chunks["data"].size(), c.data);
+        EXPECT_EQ(wave.chunks["fmt "].size(), c.formatChunk);
+        EXPECT_EQ(wave.chunks.size(), c.chunks);
+        EXPECT_LT(std::abs(wave.samples.empty() ? 1 : wave.samples.back()), 0.02) << "ends with a tick";
+    }
+}
+
+TEST(Waves, ClickIsATickAtTheStartAndAWeakerOneAtHalfItsLength) {
+    const Wave wave = Read("click.wav");
+    EXPECT_GT(Peak(wave, 0, 2), 0.95);
+    EXPECT_LT(Peak(wave, 15, 27), 0.1);
+    EXPECT_GT(Peak(wave, 27, 31), 0.25);
+    EXPECT_LT(Peak(wave, 27, 31), 0.7);
+    EXPECT_LT(Peak(wave, 45, 57), 0.1);
+}
+
+TEST(Waves, GiroHasOneBurstAt55Milliseconds) {
+    const Wave wave = Read("giro.wav");
+    EXPECT_LT(Peak(wave, 0, 45), 0.05);
+    EXPECT_NEAR(Peak(wave, 50, 62), 0.7, 0.05);
+    EXPECT_LT(Peak(wave, 95, 136), 0.05);
+}
+
+TEST(Waves, CompleteHoldsItsLevelThroughout) {
+    const Wave wave = Read("complete.wav");
+    for (double from = 10; from < 1060; from += 25) EXPECT_NEAR(Peak(wave, from, from + 25), 0.3, 0.06) << from;
+}
+
+TEST(Waves, RotateIsOneTickWithAFaintTail) {
+    const Wave wave = Read("rotate.wav");
+    EXPECT_GT(Peak(wave, 0, 1), 0.95);
+    EXPECT_LT(Peak(wave, 5, 41), 0.06);
+    EXPECT_GT(Peak(wave, 8, 25), 0.0);
+}
+
+}  // namespace

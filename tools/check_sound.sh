@@ -1,0 +1,13 @@
+#!/bin/bash
+# Plays a game in a real window on a sound daemon of its own, records what comes out and compares it
+# with the waves; then the daemon hangs, dies and is missing. Disturbs no sound of this machine.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+. tools/packages.sh
+
+need BUILD RUN TEST SOUND
+say "Building..."
+build_preset release || exit 1
+mkdir -p build/check/shots/sound
+exec timeout -k 10 400 python3 tests/sound/sound_check.py "$PWD/build/release/fento-lira-master" \
+    "$PWD/build/check/shots/sound" "$PWD/assets/waves"
