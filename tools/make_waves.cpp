@@ -99,6 +99,7 @@ Samples Complete() {
         AddKnock(out, Rate, std::max(0.0, i * 0.0475), 1.0,
                  {{hertz, 1.0, 0.22}, {hertz * 2.01, 0.3, 0.12}, {hertz / 2, 0.25, 0.3}});
     }
+    for (size_t i = 0; i < 20; ++i) out[i] *= double(i) / 20;  // no tick at the start
     constexpr int Reach = 220;  // 20 ms to either side
     Samples level(out.size());
     for (int i = 0; i < int(out.size()); ++i) {
@@ -106,7 +107,6 @@ Samples Complete() {
             level[size_t(i)] = std::max(level[size_t(i)], std::abs(out[size_t(j)]));
     }
     for (size_t i = 0; i < out.size(); ++i) out[i] *= 0.3 / level[i];
-    for (size_t i = 0; i < 20; ++i) out[i] *= double(i) / 20;
     FadeOut(out, 120);
     return out;
 }
