@@ -49,7 +49,7 @@ int Apart(const Surface& a, const QImage& b) {
 
 std::string Little(uint32_t value, int bytes) {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += char(value >> 8 * i & 255);
+    for (int i = 0; i < bytes; ++i) text += i < 4 ? char(value >> 8 * i & 255) : char(0);
     return text;
 }
 
