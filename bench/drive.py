@@ -64,6 +64,16 @@ class Driven(Game):
         self.start()
         return until_idle(self.process.pid)[0]
 
+    def menu(self, top, *steps):
+        """As without, but at the pace of the program: the machine may be busy."""
+        before = self.windows()
+        x, y, _, _ = self.screen.place(self.window)
+        self.screen.click(x + (32, 94, 160)[top], (y + self.origin[1]) // 2)
+        wait_for(lambda: self.windows() > before, "the menu to open")
+        for step in steps:
+            until_idle(self.process.pid, quiet=0.1)
+            self.screen.key(step)
+
     def choose(self, level, name):
         """Starts a game from a picture; returns CPU and wall seconds from the choice to the board.
 
