@@ -96,12 +96,6 @@ void Control::SetEnabled(bool value) {
     Tell(Aspect::Enabled);
 }
 
-void Control::SetToolTipText(std::string text) {
-    if (text == toolTip_) return;
-    toolTip_ = std::move(text);
-    Tell(Aspect::ToolTip);
-}
-
 void Control::SetPointer(MousePointer pointer) {
     if (pointer == pointer_) return;
     pointer_ = pointer;

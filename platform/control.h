@@ -86,9 +86,6 @@ public:
     bool Enabled() const { return enabled_; }
     void SetEnabled(bool value);
 
-    const std::string& ToolTipText() const { return toolTip_; }
-    void SetToolTipText(std::string text);
-
     MousePointer Pointer() const { return pointer_; }
     void SetPointer(MousePointer pointer);
 
@@ -118,7 +115,7 @@ protected:
 private:
     bool Settle(double left, double top, double width, double height, bool tell);
 
-    std::string name_, accessibleName_, toolTip_;
+    std::string name_, accessibleName_;
     ScaleMode inner_;
     Control* parent_ = nullptr;
     std::vector<Control*> children_;

@@ -17,7 +17,6 @@ enum class Aspect {
     Text,     // Caption
     Look,     // colours, font, alignment, border, pointer
     Picture,  // an image's picture
-    ToolTip,
     Range,    // Min, Max, SmallChange, LargeChange of a bar
     Value,    // a bar's Value, a check mark, a list's current entry
     Entries,  // what a list shows

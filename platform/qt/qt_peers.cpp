@@ -37,9 +37,6 @@ void QtPeer::Mirror(Aspect aspect) {
         case Aspect::Look:
             ShowPointer(*widget_, control_.Pointer());
             break;
-        case Aspect::ToolTip:
-            widget_->setToolTip(ToText(control_.ToolTipText()));
-            break;
         default:
             break;
     }
@@ -47,8 +44,8 @@ void QtPeer::Mirror(Aspect aspect) {
 
 void QtPeer::MirrorAll() {
     for (const Aspect aspect :
-         {Aspect::Geometry, Aspect::Enabled, Aspect::Text, Aspect::Look, Aspect::Picture, Aspect::ToolTip,
-          Aspect::Range, Aspect::Value, Aspect::Entries, Aspect::Region, Aspect::State, Aspect::Visible})
+         {Aspect::Geometry, Aspect::Enabled, Aspect::Text, Aspect::Look, Aspect::Picture, Aspect::Range, Aspect::Value,
+          Aspect::Entries, Aspect::Region, Aspect::State, Aspect::Visible})
         Mirror(aspect);
 }
 
