@@ -74,7 +74,7 @@ protected:
         if (text.isEmpty())
             QToolTip::hideText();
         else
-            QToolTip::showText(help.globalPos(), text.toHtmlEscaped(), this);
+            QToolTip::showText(help.globalPos(), PlainTip(text), this);
         return true;
     }
 

@@ -67,7 +67,7 @@ public:
             auto* item =
                 new QListWidgetItem(entry.open ? open : closed, QString(2 * entry.depth, ' ') + ToText(entry.label));
             item->setData(Qt::AccessibleTextRole, ToText(entry.label));
-            item->setToolTip(ToText(entry.path).toHtmlEscaped());
+            item->setToolTip(PlainTip(ToText(entry.path)));
             addItem(item);
             if (entry.open) current = count() - 1;
         }

@@ -39,6 +39,11 @@ int16_t ButtonBits(Qt::MouseButtons buttons);
 int16_t ShiftBits(Qt::KeyboardModifiers modifiers);
 void ShowPointer(QWidget& widget, MousePointer pointer);
 
+// `text` for a tooltip that shows it as it is, whatever it holds: tooltips guess whether they are given markup.
+inline QString PlainTip(const QString& text) {
+    return "<span style=\"white-space: pre\">" + text.toHtmlEscaped() + "</span>";
+}
+
 // The font of the controls with fixed places: compact, its size in pixels at 96 dots per inch.
 QFont ControlFont(const Font& font);
 QColor ToQColor(Color color);
