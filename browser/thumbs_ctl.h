@@ -59,7 +59,7 @@ public:
 
     // Child controls.
     PictureBox picFundo{"picFundo", ScaleMode::Twip};
-    CellSheet picInterior{"picInterior"};
+    CellSheet picInterior{"picInterior"};  // of cell k the figure is imgFigura(k), the frame lblFigura(k)
     ScrollBar scrThumbs{"scrThumbs", Orientation::Vertical};
 
     // Handlers of the child controls.

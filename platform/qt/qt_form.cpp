@@ -218,8 +218,12 @@ bool FormWindow::StateSettled() const {
     return Painted() && width() * 10 >= room.width() * 9 && frameGeometry().height() * 10 >= room.height() * 9;
 }
 
-// A window is painted in the very event that exposes it.
-bool FormWindow::Painted() const { return windowHandle() && windowHandle()->isExposed(); }
+// A window is painted in the very event that exposes it. It stays so on another workspace, where nothing is
+// exposed and nobody is to wait for it.
+bool FormWindow::Painted() const {
+    painted_ = painted_ || (windowHandle() && windowHandle()->isExposed());
+    return painted_;
+}
 
 void FormWindow::LayOut() {
     const int menu = std::min(MenuHeight(), height());
@@ -233,6 +237,7 @@ void FormWindow::resizeEvent(QResizeEvent*) { LayOut(); }
 void FormWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (event->spontaneous()) return;
+    painted_ = false;
     OrderTabs();
     LayOut();
     TheQtDesktop().NoteActivation(*this);

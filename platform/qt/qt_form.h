@@ -26,7 +26,7 @@ public:
     // Places menu bar and client area, and tells the form its size.
     void LayOut();
     void OrderTabs();
-    // True once the desktop has shown the window and had it painted.
+    // True once the desktop has had the window painted since it was last shown.
     bool Painted() const;
 
     static const std::vector<FormWindow*>& All();
@@ -51,4 +51,5 @@ private:
     QMenuBar* menuBar_ = nullptr;
     QElapsedTimer sinceRequest_;
     WindowState requested_ = WindowState::Normal;
+    mutable bool painted_ = false;  // as far as anybody has asked
 };
