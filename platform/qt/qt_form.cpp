@@ -220,10 +220,7 @@ bool FormWindow::StateSettled() const {
 
 // A window is painted in the very event that exposes it. It stays so on another workspace, where nothing is
 // exposed and nobody is to wait for it.
-bool FormWindow::Painted() const {
-    painted_ = painted_ || (windowHandle() && windowHandle()->isExposed());
-    return painted_;
-}
+bool FormWindow::Painted() const { return painted_ = painted_ || (windowHandle() && windowHandle()->isExposed()); }
 
 void FormWindow::LayOut() {
     const int menu = std::min(MenuHeight(), height());
