@@ -7,7 +7,7 @@ namespace PuzzleModule {
 // What of the window the scatter looks at.
 struct ScatterView {
     double BoardLeft, BoardTop;  // picScreen.Left, picScreen.Top
-    double WindowWidth;          // ScaleWidth of the main window
+    double WindowWidth;          // ScaleWidth of the main window, as far as the board goes
     int MasterWidth, MasterHeight;
 };
 

@@ -112,9 +112,11 @@ void frmMain::TakeOver(const NewGame& game, bool framed) {
     PaintPicture(Surfaces.picMaster, fit.PictureRect(), game.picture->Image);
 }
 
-// On the part of the board in view now.
+// On the part of the board in view now. In a window on a monitor larger than the primary screen the board
+// can end before the window does: a piece laid out beside it would be lost.
 void frmMain::ScatterAndCompose() {
-    const ScatterView view{picScreen.Left(), picScreen.Top(), ScaleWidth(), Surfaces.picMaster.Width(),
+    const double width = std::min(ScaleWidth(), picScreen.Left() + picScreen.Width());
+    const ScatterView view{picScreen.Left(), picScreen.Top(), width, Surfaces.picMaster.Width(),
                            Surfaces.picMaster.Height()};
     ScatterPieces(view, Surfaces.picTmp);
     ComposeBoard();

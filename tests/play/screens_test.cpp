@@ -17,7 +17,8 @@ constexpr Size Photographs[] = {{4000, 3000}, {6000, 4000}, {3840, 2160}, {4000,
 
 // Brings a bar as near as it goes to showing `at` in the middle; where `at` then is in the window.
 double Shown(ScrollBar& bar, double at, double window) {
-    bar.DeliverValue(int(CInt(std::clamp(at - window / 2, 0.0, double(bar.Max())))), false);
+    bar.DeliverValue(
+        int(CInt(std::clamp(at - window / 2, std::min<double>(0, bar.Max()), std::max<double>(0, bar.Max())))), false);
     return at - bar.Value();
 }
 
@@ -57,6 +58,21 @@ TEST_P(Screens, EveryLevelAndShapeStartsShowsEveryPieceByScrollingAndIsWon) {
             EXPECT_EQ(play.desktop.boxes.size(), 1u);
             play.desktop.boxes.clear();
         }
+}
+
+// The board belongs to the primary screen; the window may be maximised on a larger one.
+TEST(LargerMonitor, LosesNoPieceBesideTheBoard) {
+    for (const Size primary : {Size{800, 600}, {1366, 768}, {1920, 1080}}) {
+        GameFixture play(primary);
+        play.main.DeliverResize({3840, 2110});
+        for (const int16_t level : Levels) {
+            SCOPED_TRACE(testing::Message() << "level " << level << ", primary " << primary.width);
+            ASSERT_TRUE(play.Start(play.AddPicture("photo.bmp", {6000, 4000}), level));
+            ASSERT_EQ(play.main.ScaleWidth(), 3840);
+            EXPECT_EQ(OutOfReach(play.main), 0);
+            EXPECT_TRUE(PlayToTheEnd(play.main));
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(AllSizes, Screens, testing::ValuesIn(Sizes), [](const auto& screen) {
