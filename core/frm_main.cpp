@@ -46,7 +46,9 @@ frmMain::~frmMain() {
 }
 
 void frmMain::PlaceControls() {
-    Place(0, 0, 800 * TwipsPerPixel, 560 * TwipsPerPixel);
+    // Where the window goes when it is no longer maximised: well inside the screen, its title within reach.
+    const double width = TheDesktop().ScreenWidth(), height = TheDesktop().ScreenHeight();
+    Place(width / 8, height / 8, width * 3 / 4, height * 3 / 4);
     // Back to front.
     AddChild(picScreen);
     AddChild(picStatus);
