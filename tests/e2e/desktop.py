@@ -150,9 +150,13 @@ class Screen:
         return tuple(int(re.search(key + r":\s*(-?\d+)", text).group(1))
                      for key in ("Absolute upper-left X", "Absolute upper-left Y", "Width", "Height"))
 
+    def bytes(self):
+        """The whole screen, three bytes a pixel."""
+        return run("import", "-window", "root", "-depth", "8", "rgb:-", env=self.env, binary=True)
+
     def pixels(self):
         """The whole screen as rows of (r, g, b) by index: a function of x and y."""
-        data = run("import", "-window", "root", "-depth", "8", "rgb:-", env=self.env, binary=True)
+        data = self.bytes()
         width = self.width
         return lambda x, y: tuple(data[3 * (y * width + x):3 * (y * width + x) + 3])
 
@@ -167,8 +171,14 @@ class Game:
     TITLE = "Fento-Lira Master"
     BOARD = (254, 253, 231)  # the colour of a new board
 
-    def __init__(self, screen, program, folder=None, skin=True):
+    def __init__(self, screen, program, folder=None, skin=True, scale=1, room=None, primary=None):
+        """`scale` goes to the toolkit; `room` is the size of the maximised window, `primary` that of the primary
+        monitor, both in pixels of the screen."""
         self.screen = screen
+        self.scale = scale
+        self.room = room or (screen.width, screen.height)
+        self.primary = primary or (screen.width, screen.height)
+        self.env = dict(screen.env, **({"QT_SCALE_FACTOR": str(scale)} if scale != 1 else {}))
         self.folder = folder or tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
         self.program = os.path.join(self.folder, "fento-lira-master")
         if not os.path.exists(self.program):
@@ -180,11 +190,11 @@ class Game:
         self.window = None
 
     def start(self):
-        self.process = self.screen._start([self.program], env=self.screen.env, cwd=self.folder)
+        self.process = self.screen._start([self.program], env=self.env, cwd=self.folder)
         self.window = self.screen.window(self.TITLE)
         # The splash goes half a second after the main window has come.
         wait_for(lambda: self.windows() == 1, "the splash to go")
-        wait_for(lambda: self.screen.place(self.window)[2] >= self.screen.width - 2, "the maximised window")
+        wait_for(lambda: self.screen.place(self.window)[2] >= self.room[0] - 2, "the maximised window")
         self.find_board()
         return self
 
@@ -197,7 +207,7 @@ class Game:
         """Where the board's visible part begins on the screen: below the menu bar."""
         x, y, width, _ = self.screen.place(self.window)
         pixel = self.screen.pixels()
-        for row in range(y, y + 120):
+        for row in range(y, y + round(120 * self.scale)):
             if all(pixel(column, row) == self.BOARD for column in range(x + width // 4, x + width // 4 + 40)):
                 self.origin = (x, row)
                 return
@@ -205,21 +215,21 @@ class Game:
 
     @property
     def board_offset(self):
-        """picScreen.Left and Top after a new game: the board is centred on the screen."""
-        w, h = self.screen.width, self.screen.height
+        """picScreen.Left and Top after a new game: the board is centred on the primary screen."""
+        w, h = round(self.primary[0] / self.scale), round(self.primary[1] / self.scale)
         factor = 1.25 if w >= 1280 else 1.5 if w >= 1024 else 2.0
         return -(round(w * factor) - w) / 2, -(round(h * factor) - h) / 2
 
     def to_screen(self, x, y):
         """A point of the board in screen coordinates, the view being as a new game leaves it."""
         left, top = self.board_offset
-        return self.origin[0] + left + x, self.origin[1] + top + y
+        return self.origin[0] + (left + x) * self.scale, self.origin[1] + (top + y) * self.scale
 
     def menu(self, top, *steps):
         """Opens menu `top` (0 Jogo, 1 Opções, 2 Ajuda) by mouse and walks on by keys."""
         x, y, _, _ = self.screen.place(self.window)
         column = (32, 94, 160)[top]
-        self.screen.click(x + column, (y + self.origin[1]) // 2)
+        self.screen.click(x + column * self.scale, (y + self.origin[1]) // 2)
         time.sleep(0.2)
         if steps:
             self.screen.key(*steps)
@@ -239,7 +249,8 @@ class Game:
         """The middle of the number-th thumbnail (from 1) on the screen, the sheet unscrolled."""
         x, y, _, _ = self.screen.place(dialog)
         column, row = (number - 1) % 4, (number - 1) // 4
-        return x + (2835 + 10 + column * 1835 + 862) / 15, y + (60 + 10 + 200 + row * 1790 + 840) / 15
+        across, down = 2835 + 10 + column * 1835 + 862, 60 + 10 + 200 + row * 1790 + 840
+        return x + across * self.scale / 15, y + down * self.scale / 15
 
     def save(self, name):
         """Saves by Ctrl+S and a typed name; returns the file's path."""

@@ -1,0 +1,154 @@
+"""Games on small and large screens, at whole and broken scales, and on a monitor larger than the primary one.
+
+usage: screens.py PROGRAM SCREENSHOT_FOLDER [NAME...]
+"""
+
+import os
+import sys
+import time
+
+from desktop import Failure, Game, Saved, Screen, run, solve, wait_for
+
+# Name, screen, scale, level, the cell of that level there. All pictures make three columns and two rows.
+GAMES = [
+    ("small", (800, 600), 1, 3, 55),
+    ("old", (1024, 768), 1, 5, 44),
+    ("common", (1920, 1080), 1, 4, 55),
+    ("large", (3840, 2160), 1, 1, 88),
+    ("dense", (3840, 2160), 2, 0, 88),
+    ("broken", (1920, 1080), 1.5, 3, 66),
+]
+
+
+def settled(screen, skip):
+    """The screen once nothing moves any more but the clock in its panel `skip`."""
+    before = without(screen, skip)
+    for _ in range(20):
+        time.sleep(0.25)
+        now = without(screen, skip)
+        if now == before:
+            return now
+        before = now
+    raise Failure("the screen does not come to rest")
+
+
+def without(screen, skip):
+    data, width = screen.bytes(), screen.width
+    left, top, right, bottom = (round(v) for v in skip)
+    rows = [data[3 * width * y:3 * width * (y + 1)] for y in range(screen.height)]
+    return [row if not top <= y < bottom else row[:3 * left] + row[3 * right:] for y, row in enumerate(rows)]
+
+
+def changed(before, after, scale):
+    """The rows that differ. At a broken scale the stretch of a part rounds its shades a little differently."""
+    bound = 0 if scale == int(scale) else 4
+    return [y for y, (a, b) in enumerate(zip(before, after))
+            if a != b and max(abs(p - q) for p, q in zip(a, b)) > bound]
+
+
+def no_trails(game, saved):
+    """A piece carried about and back leaves the screen as it was, and as a fresh paint shows it."""
+    screen, s = game.screen, game.scale
+    x, y, width, height = screen.place(game.window)
+    panel = (x + width - 200 * s, y + height - 180 * s, x + width, y + height)
+    piece = max(saved.pieces, key=lambda p: p["id"])
+    half = saved.tile // 2
+    at = game.to_screen(piece["x"] + half, piece["y"] + half)
+    screen.click(*at)  # on top from here on
+    screen.move(x + 5, y + 3)
+    before = settled(screen, panel)
+    screen.move(*at)
+    screen.press()
+    for dx, dy in ((-37, 21), (-83, 55), (-40, 130), (31, 97), (90, 33), (51, -7), (13, 5), (0, 0)):
+        screen.move(at[0] + dx * s, at[1] + dy * s)
+        time.sleep(0.02)
+    screen.release()
+    screen.move(x + 5, y + 3)
+    after = settled(screen, panel)
+    rows = changed(before, after, s)
+    if rows:
+        raise Failure(f"a drag left trails in the rows {rows[:20]}")
+    if height > game.primary[1]:
+        return  # the bar's range is shorter than the way there and back
+    screen.move(*at)
+    screen.xdo("click", 5)
+    time.sleep(0.2)
+    screen.xdo("click", 4)
+    screen.move(x + 5, y + 3)
+    fresh = settled(screen, panel)
+    rows = changed(after, fresh, s)
+    if rows:
+        raise Failure(f"a fresh paint differs in the rows {rows[:20]}")
+
+
+def start(game, cell):
+    os.makedirs(game.folder + "/Imagens")
+    run("convert", "-size", f"{3 * cell - 8}x{2 * cell - 8}", "plasma:tomato-steelblue", "-seed", "7", "-quality", "92",
+        game.folder + "/Imagens/foto.jpg")
+    return game.start()
+
+
+def play(game, name, level, cell, shots):
+    screen = game.screen
+    dialog = game.new_game(level)
+    time.sleep(1.0)
+    screen.screenshot(f"{shots}/{name}-1-dialog.png")
+    screen.click(*game.thumbnail(dialog, 1), times=2)
+    screen.gone("Busca Imagens")
+    time.sleep(0.6)
+    saved = Saved(game.save("jogo"))
+    if (len(saved.pieces), saved.cell) != (6, cell):
+        raise Failure(f"{len(saved.pieces)} pieces of {saved.cell} instead of 6 of {cell}")
+    no_trails(game, saved)
+    screen.screenshot(f"{shots}/{name}-2-scattered.png")
+    solve(game, saved)
+    screen.window("Parabéns!!")
+    time.sleep(0.3)
+    screen.screenshot(f"{shots}/{name}-3-complete.png")
+    screen.key("Return")
+    screen.gone("Parabéns!!")
+    game.end()
+    if game.process.returncode != 0:
+        raise Failure(f"the program ended with {game.process.returncode}")
+
+
+def two_monitors(program, shots):
+    """The window on a monitor larger than the primary one: the board is that of the primary screen."""
+    with Screen(2720, 1080) as screen:
+        run("xrandr", "--setmonitor", "*small", "800/210x600/160+0+0", "screen", env=screen.env)
+        run("xrandr", "--setmonitor", "big", "1920/500x1080/280+800+0", "none", env=screen.env)
+        game = start(Game(screen, program, room=(800, 600), primary=(800, 600)), 55)
+        title = lambda: (screen.place(game.window)[0] + 300, screen.place(game.window)[1] - 10)
+        screen.click(*title(), times=2)
+        wait_for(lambda: screen.place(game.window)[2] < 800, "the window to be restored")
+        screen.xdo("windowmove", game.window, 1000, 100)
+        wait_for(lambda: screen.place(game.window)[0] >= 1000, "the window on the other monitor")
+        screen.click(*title(), times=2)
+        wait_for(lambda: screen.place(game.window)[2] >= 1918, "the window to fill the other monitor")
+        screen.screenshot(f"{shots}/monitors-0-before.png")
+        game.find_board()
+        play(game, "monitors", 3, 55, shots)
+
+
+def main():
+    program, shots, wanted = sys.argv[1], sys.argv[2], sys.argv[3:]
+    os.makedirs(shots, exist_ok=True)
+    for name, size, scale, level, cell in GAMES:
+        if wanted and name not in wanted:
+            continue
+        began = time.monotonic()
+        try:
+            with Screen(*size) as screen:
+                play(start(Game(screen, program, scale=scale), cell), name, level, cell, shots)
+        except Failure as failure:
+            raise Failure(f"{name}, {size[0]}x{size[1]} at scale {scale}: {failure}") from failure
+        print(f"{name}: {size[0]}x{size[1]}, scale {scale}, level {level}: won in {time.monotonic() - began:.0f} s")
+    if not wanted or "monitors" in wanted:
+        two_monitors(program, shots)
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    except Failure as failure:
+        sys.exit(f"screens: {failure}")
