@@ -4,9 +4,11 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
+#include <QSpacerItem>
 
 #include "platform/files.h"
 #include "platform/qt/qt_board.h"
@@ -15,6 +17,9 @@
 #include "platform/qt/qt_peer.h"
 
 namespace {
+
+constexpr int LeastBoxWidth = 260;  // the inside of a message box, without its margins
+constexpr int TitleButtons = 140;   // what icon and buttons take of a title bar
 
 QColor FromColor(Color color) { return QColor::fromRgb(ToPixel(color)); }
 Color ToGameColor(const QColor& color) { return Rgb(color.red(), color.green(), color.blue()); }
@@ -30,6 +35,15 @@ QMessageBox::Icon IconOf(int style) {
         default:
             return QMessageBox::NoIcon;
     }
+}
+
+// A box sizes itself by its text alone; a short one would cut its title off between the title bar's buttons.
+void WidenForTitle(QMessageBox& box) {
+    auto* grid = qobject_cast<QGridLayout*>(box.layout());
+    if (!grid) return;
+    const int width = std::max(LeastBoxWidth, box.fontMetrics().horizontalAdvance(box.windowTitle()) + TitleButtons);
+    // In the column of the text, which then stays beside the icon.
+    grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), grid->columnCount() - 1);
 }
 
 // The file's own name may hold bytes that no text can show; the dialog then gives back a name
@@ -70,6 +84,7 @@ MsgBoxResult QtDesktop::MsgBox(const std::string& text, int style, const std::st
     box.setWindowTitle(ToText(title));
     box.setTextFormat(Qt::PlainText);
     box.setText(ToText(text));
+    WidenForTitle(box);
     if (style & YesNo) {
         QPushButton* yes = box.addButton("&Sim", QMessageBox::YesRole);
         QPushButton* no = box.addButton("&Não", QMessageBox::NoRole);
