@@ -4,11 +4,39 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QStyleOption>
+#include <cmath>
 
+#include "platform/form.h"
+#include "platform/picture_box.h"
 #include "platform/qt/qt_peer.h"
 #include "platform/simple_controls.h"
 
 namespace {
+
+constexpr double LeastContrast = 3.0;  // below it a text can hardly be read
+
+double Luminance(const QColor& color) {
+    const auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+bool Legible(const QColor& text, const QColor& ground) {
+    const double a = Luminance(text) + 0.05, b = Luminance(ground) + 0.05;
+    return std::max(a, b) / std::min(a, b) >= LeastContrast;
+}
+
+// The colour on which a label stands, if it is one of the desktop's own. The game's own colours are made
+// to be read together; the desktop's can be dark where the game's text is.
+std::optional<QColor> DesktopGround(const Label& label) {
+    const auto ifDesktops = [](Color color) { return color < 0 ? std::optional(ToQColor(color)) : std::nullopt; };
+    if (!label.Look().transparent) return ifDesktops(label.Look().backColor);
+    for (const Control* c = label.Parent(); c; c = c->Parent()) {
+        if (const auto* box = dynamic_cast<const PictureBox*>(c)) return ifDesktops(box->BackColor());
+        if (const auto* form = dynamic_cast<const Form*>(c))
+            return form->Backdrop() ? std::nullopt : ifDesktops(form->BackColor());
+    }
+    return std::nullopt;
+}
 
 class LabelWidget : public QLabel {
 public:
@@ -32,7 +60,7 @@ protected:
         const Label::LabelLook& look = label_.Look();
         QPainter painter(this);
         if (!look.transparent) painter.fillRect(rect(), ToQColor(look.backColor));
-        painter.setPen(dressed_ ? palette().color(QPalette::WindowText) : ToQColor(look.foreColor));
+        painter.setPen(TextColor());
         painter.setFont(Fitting(Flags()));
         painter.drawText(rect(), Flags(), Shown());
         if (!hasFocus()) return;
@@ -56,6 +84,17 @@ protected:
     }
 
 private:
+    // The game's colour, unless it cannot be read on the desktop's.
+    QColor TextColor() const {
+        const QColor own = palette().color(QPalette::WindowText);
+        if (dressed_) return own;
+        const QColor chosen = ToQColor(label_.Look().foreColor);
+        const std::optional<QColor> ground = DesktopGround(label_);
+        if (!ground || Legible(chosen, *ground)) return chosen;
+        const QColor link = palette().color(QPalette::Link);
+        return label_.Click && Legible(link, *ground) ? link : own;
+    }
+
     int Flags() const {
         const Label::LabelLook& look = label_.Look();
         const Qt::Alignment side = look.alignment == Alignment::Left    ? Qt::AlignLeft
