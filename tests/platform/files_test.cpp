@@ -70,17 +70,6 @@ TEST(Listing, FolderThatCannotBeReadEndsTheListingBefore) {
     EXPECT_EQ(FirstEntry(folder.Write("file", "")), std::nullopt);
 }
 
-TEST(SubFolders, AreSortedWithoutRegardToCaseAndFollowLinks) {
-    TempFolder folder;
-    for (const char* name : {"beta", "Alfa", "\xC3\x81gua", "\xC3\xA1rvore", "gama", ".oculta"})
-        folder.MakeFolder(name);
-    folder.Write("file", "");
-    std::filesystem::create_directory_symlink("beta", folder / "Delta");
-    EXPECT_THAT(SubFolders(folder.Path()),
-                ElementsAre("Alfa", "beta", "Delta", "gama", "\xC3\x81gua", "\xC3\xA1rvore"));
-    EXPECT_THAT(SubFolders(folder / "missing"), ElementsAre());
-}
-
 TEST(FindIgnoringCase, PrefersTheExactSpelling) {
     TempFolder folder;
     folder.MakeFolder("IMAGENS");
@@ -137,15 +126,6 @@ TEST(LoadPicture, NothingButARegularFileReachesTheDesktop) {
     }
     EXPECT_EQ(PictureSize(file), (Size{4, 3}));
     EXPECT_TRUE(LoadPicture(file));
-}
-
-TEST(MkDir, TellsWhetherItMadeTheFolder) {
-    TempFolder folder;
-    EXPECT_TRUE(MkDir(folder / "Save"));
-    EXPECT_TRUE(IsWritableFolder(folder / "Save"));
-    EXPECT_FALSE(MkDir(folder / "Save"));
-    EXPECT_FALSE(MkDir(folder / "missing/Save"));
-    EXPECT_FALSE(IsWritableFolder(folder / "missing"));
 }
 
 }  // namespace

@@ -47,28 +47,6 @@ TEST_F(Controls, NeighboursInTwipsTouchInPixels) {
     EXPECT_EQ(a.PixelRect(), (Rect{-1, 0, 493, 227}));
 }
 
-TEST_F(Controls, FormsAreMeasuredInTwipsAndSpeakTheirOwnScale) {
-    Form dialog("frmDialog", "", ScaleMode::Twip, FormBorder::FixedDialog);
-    dialog.Place(0, 0, 10650, 3990);
-    form.Place(0, 0, 10650, 3990);
-    EXPECT_EQ(dialog.ScaleWidth(), 10650);
-    EXPECT_EQ(form.ScaleWidth(), 710);
-    EXPECT_EQ(form.PixelRect(), (Rect{0, 0, 710, 266}));
-    dialog.CenterOnScreen();
-    EXPECT_EQ(dialog.Left(), (1366 * 15 - 10650) / 2.0);
-    EXPECT_EQ(dialog.Top(), (768 * 15 - 3990) / 2.0);
-}
-
-TEST_F(Controls, RefusedSizesChangeNothing) {
-    PictureBox box("box");
-    ASSERT_TRUE(box.Place(1, 2, 30, 40));
-    EXPECT_FALSE(box.SetWidth(-1));
-    EXPECT_FALSE(box.SetHeight(-0.5));
-    EXPECT_FALSE(box.Place(9, 9, 50, -1));
-    EXPECT_FALSE(box.SetWidth(std::nan("")));
-    EXPECT_EQ(box.PixelRect(), (Rect{1, 2, 30, 40}));
-}
-
 TEST_F(Controls, OnlyANewSizeInPixelsClearsTheImage) {
     PictureBox sheet("sheet", ScaleMode::Twip);
     PictureBox box("box");
@@ -82,30 +60,6 @@ TEST_F(Controls, OnlyANewSizeInPixelsClearsTheImage) {
     box.SetWidth(1515);
     EXPECT_TRUE(box.Image.IsUniform());
     EXPECT_EQ(box.Image.Width(), 101);
-}
-
-TEST_F(Controls, ABoxTakesTheScaleOfTheContainerItComesInto) {
-    PictureBox sheet("sheet", ScaleMode::Twip), box("box");
-    box.Place(0, 0, 1500, 750);
-    sheet.AddChild(box);
-    EXPECT_EQ(box.Image.Bounds(), (Rect{0, 0, 100, 50}));
-}
-
-TEST_F(Controls, RefreshTellsThePeerWhatWasDrawn) {
-    struct Recorder : Peer {
-        explicit Recorder(Region& out) : region(out) {}
-        void Mirror(Aspect) override {}
-        void Repaint(const Region& damage) override { region = damage; }
-        Region& region;
-    };
-    Region painted;
-    PictureBox box("box");
-    box.Place(0, 0, 100, 100);
-    box.Image.Refresh();
-    box.AttachPeer(std::make_unique<Recorder>(painted));
-    box.Image.Draw({10, 20, 30, 5});
-    box.Image.Refresh();
-    EXPECT_THAT(painted, ElementsAre(Rect{10, 20, 30, 5}));
 }
 
 TEST_F(Controls, ChildrenLeaveTheirContainerWhenEitherDies) {
@@ -170,24 +124,6 @@ TEST_F(Controls, TheReleaseOfATakenPressReachesAHiddenBoxOnce) {
     box.SetEnabled(false);
     box.DeliverMouseUp(2, 0, 6, 6);
     EXPECT_EQ(events.size(), 3u) << "a disabled box hears not even that";
-}
-
-TEST_F(Controls, MenuItemsRunWhileEnabledAndTheirFormIsShown) {
-    MenuItem& game = form.Menus.Add("mnuGame", "Jogo");
-    MenuItem& save = game.Add("mnuSave", "Salvar", {.key = 'S', .control = true});
-    MenuItem& dash = game.Add("mnu0", "-");
-    game.Click = [&] { save.SetEnabled(false); };
-    save.Click = [this] { events.push_back("save"); };
-    dash.Click = [this] { events.push_back("dash"); };
-    save.DeliverClick();
-    EXPECT_THAT(events, IsEmpty()) << "not shown yet";
-    form.Show();
-    save.DeliverClick();
-    dash.DeliverClick();
-    EXPECT_THAT(events, ElementsAre("save"));
-    game.DeliverClick();
-    save.DeliverClick();
-    EXPECT_THAT(events, ElementsAre("save"));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
-// The life of forms: shown, activated, hidden and unloaded, in any of their own routines.
+// The life of forms: shown, activated, hidden and unloaded, in any of their own routines; and what may
+// run in a yield.
 #include <gmock/gmock.h>
 
 #include "platform/headless/headless_desktop.h"
@@ -24,38 +25,6 @@ protected:
     HeadlessDesktop desktop;
     std::vector<std::string> events;
 };
-
-TEST_F(FormLife, PeersExistContainersFirstWhenLoadRuns) {
-    struct Watching : HeadlessDesktop {
-        std::unique_ptr<Peer> CreatePeer(Control& control) override {
-            names.push_back(control.Name());
-            return HeadlessDesktop::CreatePeer(control);
-        }
-        std::unique_ptr<Peer> CreateMenuPeer(Form& form, MenuItem& item) override {
-            names.push_back(item.Name());
-            return HeadlessDesktop::CreateMenuPeer(form, item);
-        }
-        std::vector<std::string> names;
-    } watching;
-    Form form("form", "", ScaleMode::Pixel, FormBorder::Sizable);
-    PictureBox panel("panel"), inner("inner"), late("late");
-    Label front("front");
-    panel.AddChild(inner);
-    form.AddChild(panel);
-    form.AddChild(front);
-    form.Menus.Add("file", "File").Add("exit", "Exit");
-    form.OnLoad = [&] {
-        EXPECT_NE(form.GetPeer(), nullptr);
-        watching.names.push_back("load");
-    };
-    form.Load();
-    form.Load();
-    form.Show();
-    inner.AddChild(late);
-    EXPECT_THAT(watching.names, ElementsAre("form", "panel", "inner", "front", "file", "exit", "load", "late"));
-    inner.RemoveChild(late);
-    EXPECT_EQ(late.GetPeer(), nullptr);
-}
 
 TEST_F(FormLife, ActivationComesFromTheMessageLoopAndFirst) {
     Dialog a("a"), b("b");
@@ -141,24 +110,6 @@ TEST_F(FormLife, AModalFormInsideAModalFormEndsFirstEvenIfTheOuterIsClosedMeanwh
     EXPECT_TRUE(desktop.shown.empty());
 }
 
-TEST_F(FormLife, EventsBehindTheEndOfAModalFormAreLeftForTheLoopBelow) {
-    Dialog dialog("dialog");
-    desktop.PostInput([&] { dialog.DeliverClose(); });
-    desktop.PostInput(Note("later"));
-    dialog.Show(Modality::Modal);
-    EXPECT_TRUE(events.empty());
-    DoEvents();
-    EXPECT_THAT(events, ElementsAre("later"));
-}
-
-TEST_F(FormLife, AModalFormThatNothingCanCloseIsEndedAndNamed) {
-    Dialog dialog("dialog");
-    dialog.OnUnload = Note("unload");
-    dialog.Show(Modality::Modal);
-    EXPECT_THAT(events, ElementsAre("unload"));
-    EXPECT_THAT(desktop.modalTrouble, testing::HasSubstr("dialog"));
-}
-
 TEST_F(FormLife, AFormUnloadedWhileItLoadsIsNeverShown) {
     Dialog dialog("dialog");
     dialog.OnLoad = [&] { dialog.Unload(); };
@@ -166,32 +117,30 @@ TEST_F(FormLife, AFormUnloadedWhileItLoadsIsNeverShown) {
     EXPECT_TRUE(desktop.log.empty());
 }
 
-TEST_F(FormLife, TheEndOfTheProgramInAHandlerLeavesACleanStack) {
-    Dialog dialog("dialog");
-    dialog.OnUnload = [] { End(); };
-    desktop.PostInput([&] { dialog.DeliverClose(); });
-    EXPECT_THROW(dialog.Show(Modality::Modal), HeadlessDesktop::ProgramEnded);
-    EXPECT_EQ(dialog.Depth(), 0);
+TEST_F(FormLife, ATickMayYieldPastItsIntervalWithoutComingAgainAndEndOtherTimers) {
+    auto victim = std::make_unique<Timer>("victim", 25);
+    Timer yielding("yielding", 10);
+    victim->Tick = [&] { events.push_back("victim"); };
+    yielding.Tick = [&] {
+        events.push_back("begin");
+        desktop.SleepUntil(SteadySeconds() + 1);
+        DoEvents();
+        victim.reset();
+        events.push_back("end");
+    };
+    victim->SetEnabled(true);
+    yielding.SetEnabled(true);
+    desktop.Advance(0.5);
+    EXPECT_THAT(events, ElementsAre("begin", "victim", "end", "begin", "end")) << "what it missed comes as one";
 }
 
-TEST_F(FormLife, MaximisingGrantsTheScreenLessFrameAndMenuToSizableFormsOnly) {
-    Form form("form", "", ScaleMode::Pixel, FormBorder::Sizable);
-    form.SetState(WindowState::Maximized);
-    form.OnResize = [&] { events.push_back(std::to_string(int(form.ScaleHeight()))); };
-    form.Show();
-    EXPECT_THAT(events, ElementsAre("718"));
-    form.Show();
-    EXPECT_EQ(events.size(), 1u) << "the same size again";
-    form.DeliverState(WindowState::Normal);
-    form.DeliverResize({600, 400});
-    form.SetState(WindowState::Maximized);
-    EXPECT_THAT(events, ElementsAre("718", "400", "718"));
-    EXPECT_EQ(form.ScaleWidth(), 1366);
-    Dialog dialog("dialog");
-    dialog.Place(0, 0, 1500, 1500);
-    dialog.Show();
-    dialog.SetState(WindowState::Maximized);
-    EXPECT_EQ(dialog.Width(), 1500);
+TEST_F(FormLife, InputIsDiscardedByAYieldForPaintsAndTimersAndTheRestKept) {
+    desktop.PostInput([&] { events.push_back("input"); });
+    desktop.Post([&] { events.push_back("kept"); });
+    DoEvents(Yield::PaintsAndTimers);
+    EXPECT_TRUE(events.empty());
+    DoEvents();
+    EXPECT_THAT(events, ElementsAre("kept"));
 }
 
 }  // namespace

@@ -105,22 +105,6 @@ TEST_F(Clicks, ADoubleClickFollowsOneClickAndOnlyOnAFigure) {
     EXPECT_THAT(events, ElementsAre("figure 1", "double 1", "frame 1"));
 }
 
-TEST_F(Clicks, ThePressedFigureGetsMovesAndReleasesOutsideInItsOwnPixels) {
-    const auto note = [this](std::string what) {
-        return [this, what](int k, int16_t, int16_t, float x, float y) {
-            Note(what + " " + std::to_string(int(x)) + "," + std::to_string(int(y)), k);
-        };
-    };
-    sheet.FigureMouseDown = note("down");
-    sheet.FigureMouseMove = note("move");
-    sheet.FigureMouseUp = note("up");
-    sheet.DeliverMouseMove(0, 0, 120, 20);
-    sheet.DeliverMouseDown(1, 0, 120, 20);
-    sheet.DeliverMouseMove(1, 0, 20, 30);
-    sheet.DeliverMouseUp(1, 0, 0, 0);
-    EXPECT_THAT(events, ElementsAre("move 10,10 2", "down 10,10 2", "move -90,20 2", "up -110,-10 2"));
-}
-
 TEST_F(Clicks, EmptyingTheSheetBetweenPressAndReleaseClicksNothing) {
     sheet.DeliverMouseDown(1, 0, 50, 50);
     sheet.UnloadAll();
@@ -128,23 +112,6 @@ TEST_F(Clicks, EmptyingTheSheetBetweenPressAndReleaseClicksNothing) {
     sheet.DeliverMouseUp(1, 0, 50, 50);
     EXPECT_TRUE(events.empty());
     EXPECT_EQ(sheet.HitCell(50, 50).index, 1);
-}
-
-TEST_F(Clicks, ToolTipsAreThoseOfThePartUnderThePointer) {
-    EXPECT_EQ(sheet.ToolTipAt(150, 50), "figure 2");
-    EXPECT_EQ(sheet.ToolTipAt(5, 5), "frame");
-    EXPECT_EQ(sheet.ToolTipAt(500, 5), "");
-}
-
-TEST(CellSheet, NewCellsAreHiddenCopiesOfTheTemplate) {
-    CellSheet sheet("sheet");
-    sheet.Change(0).frame.backColor = 0x123456;
-    sheet.Change(0).figure.image.Resize(10, 10);
-    const CellSheet::Cell& cell = sheet.Load();
-    EXPECT_EQ(cell.frame.backColor, 0x123456);
-    EXPECT_EQ(cell.figure.width, 1635);
-    EXPECT_FALSE(cell.frame.visible || cell.figure.visible);
-    EXPECT_EQ(cell.figure.image.Width(), 0);
 }
 
 }  // namespace

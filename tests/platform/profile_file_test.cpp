@@ -5,6 +5,7 @@
 
 #include "platform/files.h"
 #include "platform/user_settings.h"
+#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -21,7 +22,6 @@ TEST(ProfileFile, ReadsOddButLawfulFiles) {
     const Case cases[] = {
         {"as written", "[SETUP]\nSom=False\n", "False"},
         {"byte-order mark and CR LF", "\xEF\xBB\xBF[SETUP]\r\nSom=False\r\n", "False"},
-        {"no final newline", "[SETUP]\nSom=False", "False"},
         {"blanks everywhere", " [ SETUP ] \n\t Som \t=  False \t\n", "False"},
         {"other case", "[setup]\nSOM=False\n", "False"},
         {"comments", "; [SETUP]\n[SETUP]\n;Som=True\n  ; Som=True\nSom=False ; late\n", "False ; late"},
@@ -29,20 +29,13 @@ TEST(ProfileFile, ReadsOddButLawfulFiles) {
         {"first key of two", "[SETUP]\nSom=False\nSom=True\n", "False"},
         {"before any section", "Som=True\n[SETUP]\n", {}},
         {"in another section", "[OTHER]\nSom=True\n[SETUP]\nColor=1\n", {}},
-        {"longer name", "[SETUP]\nSomething=True\nSo=True\n", {}},
         {"no equal sign", "[SETUP]\nSom\n", {}},
         {"empty value", "[SETUP]\nSom=\n", ""},
-        {"blank value", "[SETUP]\nSom= \t\r\n", ""},
-        {"equal sign in the value", "[SETUP]\nSom=a=b\n", "a=b"},
         {"quotes", "[SETUP]\nSom=\" a b \"\n", " a b "},
-        {"single quotes", "[SETUP]\nSom='False'\n", "False"},
-        {"one quote", "[SETUP]\nSom=\"\n", "\""},
         {"unequal quotes", "[SETUP]\nSom=\"a'\n", "\"a'"},
         {"unclosed section line", "[SETUP\nSom=False\n", "False"},
         {"long value", "[SETUP]\nSom=" + longValue + "\n", longValue},
         {"NUL in the value", "[SETUP]\nSom=a\0b\nColor=1\n"s, "a\0b"s},
-        {"blank lines", "\n\n[SETUP]\n\n\nSom=False\n\n", "False"},
-        {"nothing", "", {}},
         {"carriage return alone", "\r\n\r[SETUP]", {}},
     };
     TempFolder folder;
@@ -99,25 +92,9 @@ TEST(ProfileFile, NothingIsReplacedThatCannotBeRead) {
     EXPECT_EQ(folder.Entries(), 1);
 }
 
-// A value of an environment variable that goes back to what it was.
-class Environment {
-public:
-    Environment(const char* name, const std::string& value) : name_(name) {
-        if (const char* before = std::getenv(name)) before_ = before;
-        setenv(name, value.c_str(), 1);
-    }
-    ~Environment() { before_ ? setenv(name_, before_->c_str(), 1) : unsetenv(name_); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-private:
-    const char* name_;
-    std::optional<std::string> before_;
-};
-
 TEST(UserSettings, AreKeptByApplicationAndSection) {
     TempFolder folder;
-    const Environment home("XDG_CONFIG_HOME", folder / "config/");
+    const ScopedVariable home("XDG_CONFIG_HOME", folder / "config/");
     EXPECT_EQ(GetSetting("fento-lira-master", "cDialog", "RegColors", "Key"), "Key");
     EXPECT_EQ(folder.Entries(), 0) << "reading makes nothing";
     EXPECT_TRUE(SaveSetting("fento-lira-master", "cDialog", "RegColors", "1,2"));
@@ -128,15 +105,10 @@ TEST(UserSettings, AreKeptByApplicationAndSection) {
 }
 
 TEST(UserSettings, HomesFollowTheirVariablesUnlessRelative) {
-    const Environment home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"), data("XDG_DATA_HOME", "/data/");
+    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"),
+        data("XDG_DATA_HOME", "/data/");
     EXPECT_EQ(ConfigurationHome(), "/home/ana/.config");
     EXPECT_EQ(DataHome(), "/data");
-}
-
-TEST(UserSettings, StoreThatCannotBeWrittenSaysSo) {
-    TempFolder folder;
-    const Environment home("XDG_CONFIG_HOME", folder.Write("file", ""));
-    EXPECT_FALSE(SaveSetting("fento-lira-master", "cDialog", "RegColors", "1"));
 }
 
 }  // namespace

@@ -77,32 +77,6 @@ TEST(BitBlt, EqualsItsTruthTableOnBlocksThatHangOverEveryEdge) {
     }
 }
 
-TEST(BitBlt, NumbersAtTheEndsOfTheirTypeAreClippedToo) {
-    constexpr int most = std::numeric_limits<int>::max(), least = std::numeric_limits<int>::min();
-    Surface dest(8, 8);
-    Surface source(8, 8, BlackPixel);
-    FillRect(source, {0, 0, 8, 8}, 0);
-    for (const int at : {most, least}) {
-        BitBlt(dest, at, at, most, most, source, 0, 0, RasterOp::SrcCopy);
-        BitBlt(dest, 0, 0, most, most, source, at, at, RasterOp::SrcCopy);
-        FillRect(dest, {at, at, most, most}, 0);
-        EXPECT_TRUE(dest.IsUniform()) << at;
-    }
-    BitBlt(dest, 0, 0, most, most, source, 0, 0, RasterOp::SrcCopy);
-    EXPECT_EQ(Point(dest, 7, 7), 0);
-}
-
-TEST(Line, RunsThroughItsFarEdgesAndLeavesTheInside) {
-    Surface surface(10, 10);
-    Line(surface, 2, 3, 4, 5, 0);
-    for (int y = 0; y < 10; ++y)
-        for (int x = 0; x < 10; ++x) {
-            const bool inside = x >= 2 && x <= 6 && y >= 3 && y <= 8;
-            const bool core = x > 2 && x < 6 && y > 3 && y < 8;
-            EXPECT_EQ(Point(surface, x, y), inside && !core ? 0 : 0xFFFFFF) << x << ", " << y;
-        }
-}
-
 TEST(Line, SidesOutsideTheSurfaceAreNotDrawnOnItsEdge) {
     Surface surface(10, 10);
     Line(surface, -3, -3, 100, 6, 0);
@@ -142,16 +116,6 @@ TEST(StretchMask, TakesThePixelUnderTheCentreAndWhiteOnABoundary) {
                 ASSERT_EQ(dest.At(x, y), NearestWhiteWins(dest, source, x, y))
                     << "round " << round << " at " << x << ", " << y;
     }
-}
-
-TEST(StretchMask, OwnSizeIsACopyAndBackgroundComesThrough) {
-    Surface source(1520, 80, BlackPixel);
-    Surface dest(1520, 80);
-    StretchMask(dest, source);
-    EXPECT_EQ(PixelsOf(dest), PixelsOf(source));
-    for (int i = 0; i < 1520; ++i) SetPixel(source, i, i * 7 % 80, 0xFFFFFF);
-    StretchMask(dest, source);
-    EXPECT_EQ(PixelsOf(dest), PixelsOf(source));
 }
 
 }  // namespace

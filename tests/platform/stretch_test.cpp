@@ -45,15 +45,6 @@ TEST(PaintPicture, SmallerIsTheAverageOfTheAreaCovered) {
     }
 }
 
-TEST(PaintPicture, HalfSizeOfFourKnownPixelsIsTheirMeanHalvesUp) {
-    Surface image(4, 2);
-    SetPixel(image, 0, 0, Rgb(10, 0, 255)), SetPixel(image, 1, 0, Rgb(20, 0, 255));
-    SetPixel(image, 0, 1, Rgb(30, 0, 255)), SetPixel(image, 1, 1, Rgb(42, 1, 254));
-    const Surface half = Stretched(image, {2, 1});
-    EXPECT_EQ(Point(half, 0, 0), Rgb(26, 0, 255));  // 25.5, 0.25, 254.75
-    EXPECT_EQ(Point(half, 1, 0), 0xFFFFFF);
-}
-
 TEST(PaintPicture, PlainColoursStayExactAtEverySize) {
     for (const Color color : {Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(1, 127, 254)}) {
         Surface image(37, 600);
@@ -65,18 +56,6 @@ TEST(PaintPicture, PlainColoursStayExactAtEverySize) {
                     ASSERT_EQ(Point(result, x, y), color) << size.width << "x" << size.height;
         }
     }
-}
-
-TEST(PaintPicture, ReductionKeepsTheMeanOfTheWhole) {
-    const Surface image = NoisySurface({401, 303}, 9);
-    const Surface small = Stretched(image, {106, 80});
-    const auto mean = [](const Surface& surface, int channel) {
-        double sum = 0;
-        for (int y = 0; y < surface.Height(); ++y)
-            for (int x = 0; x < surface.Width(); ++x) sum += Channel(surface.At(x, y), channel);
-        return sum / surface.Width() / surface.Height();
-    };
-    for (int channel = 0; channel < 3; ++channel) EXPECT_NEAR(mean(small, channel), mean(image, channel), 0.05);
 }
 
 TEST(PaintPicture, LargerIsSmoothSymmetricalAndHoldsItsEnds) {
@@ -106,20 +85,6 @@ TEST(PaintPicture, ClippedPixelsEqualThoseOfTheWholeAndTheRestIsUntouched) {
             for (int x = 0; x < 30; ++x)
                 ASSERT_EQ(Point(dest, x, y), target.Contains(x, y) ? Point(whole, x - target.x, y - target.y) : ground)
                     << "target " << target.x << ", " << target.y << " at " << x << ", " << y;
-    }
-}
-
-TEST(PaintPicture, PixelsThatAnImageDoesNotStoreCountAsItsBackground) {
-    Surface part(20, 20, ToPixel(Rgb(200, 0, 0)));
-    part.SetStorage(10, 12);
-    FillRect(part, {0, 0, 20, 20}, Rgb(0, 50, 0));
-    Surface whole(20, 20);
-    FillRect(whole, whole.Bounds(), Rgb(200, 0, 0));
-    FillRect(whole, {0, 0, 10, 12}, Rgb(0, 50, 0));
-    for (const Size size : {Size{7, 9}, {20, 20}, {33, 10}}) {
-        const Surface a = Stretched(part, size), b = Stretched(whole, size);
-        for (int y = 0; y < size.height; ++y)
-            for (int x = 0; x < size.width; ++x) ASSERT_EQ(a.At(x, y), b.At(x, y)) << x << ", " << y;
     }
 }
 
