@@ -165,23 +165,6 @@ protected:
     }
 };
 
-TEST_F(DrawBoardDamage, NothingIsHandedOnWhenNothingChanged) {
-    Draw();
-    screen.Last.clear();
-    Draw();
-    EXPECT_EQ(Handed(), 0);
-}
-
-TEST_F(DrawBoardDamage, APickUpTouchesTheTakenPieceOnly) {
-    Draw();
-    std::rotate(Pieces.begin(), Pieces.begin() + 40, Pieces.begin() + 41);
-    PickedPiece = 0;
-    for (PieceRec& piece : Pieces) piece.InGroup = -1;
-    Draw();
-    EXPECT_GT(Handed(), 0);
-    EXPECT_LE(Handed(), 81 * 81);
-}
-
 // 4 rows of 8 pieces go 30 pixels to the right: hardly more than the block and its way.
 TEST_F(DrawBoardDamage, AGroupIsHandedOnAsItsOutline) {
     Draw();
@@ -200,13 +183,6 @@ TEST_F(DrawBoardDamage, ALongJumpIsTwoPlaces) {
     Draw();
     EXPECT_EQ(screen.Last.size(), 2u);
     EXPECT_LE(Handed(), 2 * 81 * 81);
-}
-
-TEST(DrawBoard, ShowsThePlainBackgroundWithoutAGame) {
-    ResetState();
-    Surface board(50, 40, ToPixel(Rgb(1, 2, 3))), background(50, 40, ToPixel(Rgb(9, 8, 7)));
-    DrawBoard(board, background);
-    EXPECT_EQ(FirstDifference(board, background), "");
 }
 
 }  // namespace

@@ -33,13 +33,6 @@ TEST(FitNewGame, FollowsTheWorkedExamples) {
     }
 }
 
-TEST(FitNewGame, CentresFrameAndPicture) {
-    const auto fit = FitNewGame({200, 300}, 88, 1280, 1024);
-    ASSERT_TRUE(fit);
-    EXPECT_EQ(fit->PictureRect(), (Rect{13, 2, 238, 348}));
-    EXPECT_EQ(fit->FrameRect(), (Rect{12, 1, 240, 350}));
-}
-
 // Everything that may come, within its laws: the grid holds the picture, margins are even, and the
 // reduction ends even where rounding keeps a tiny side from shrinking.
 TEST(FitNewGame, EndsWithinItsLawsForEverySize) {

@@ -27,17 +27,5 @@ TEST(Levels, SizesChangeBetween800And801PixelsOfWidth) {
     }
 }
 
-TEST(Margin, IsTruncated) {
-    struct Case {
-        int16_t unit;
-        int margin;
-    };
-    for (const Case& c : {Case{8, 36}, Case{6, 27}, Case{5, 22}, Case{4, 18}, Case{3, 13}}) {
-        SetSizes({int16_t(20 * c.unit), int16_t(11 * c.unit), c.unit, 1});
-        EXPECT_EQ(Margin(), c.margin);
-    }
-    ResetState();
-}
-
 }  // namespace
 }  // namespace PuzzleModule

@@ -4,22 +4,6 @@
 namespace PuzzleModule {
 namespace {
 
-TEST(MasterStrip, EveryTileHasItsWhiteArea) {
-    const Surface strip = BuildMasterStrip();
-    ASSERT_EQ(strip.Width(), 1520);
-    ASSERT_EQ(strip.Height(), 80);
-    for (int tile = 0; tile < TileCount; ++tile) {
-        int white = 0, black = 0;
-        for (int y = 0; y < 80; ++y)
-            for (int x = 0; x < 80; ++x) {
-                white += strip.At(tile * 80 + x, y) == WhitePixel;
-                black += strip.At(tile * 80 + x, y) == BlackPixel;
-            }
-        EXPECT_EQ(white, tile >= 10 && tile <= 13 ? 2224 : tile >= 14 && tile <= 17 ? 1648 : 1936) << tile;
-        EXPECT_EQ(white + black, 6400) << tile;
-    }
-}
-
 // Runs of white along single rows and columns of tiles, as drawn by hand.
 TEST(MasterStrip, TabsAndSocketsHaveTheirProfile) {
     const Surface strip = BuildMasterStrip();
@@ -103,30 +87,6 @@ TEST(TileForCell, FollowsTheTable) {
           Case{2, 2, 4, 4, 0}, Case{2, 1, 4, 4, 1}}) {
         EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 1), c.tile) << c.row << ", " << c.col;
         EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 0), 18);
-    }
-}
-
-// Opposite sides of neighbours are a tab and a socket; a turn moves the sides round by one.
-TEST(TileVocabulary, NeighboursFitAndTurnsMoveTheSides) {
-    const auto fits = [](Side a, Side b) {
-        return (a == Side::Tab && b == Side::Socket) || (a == Side::Socket && b == Side::Tab);
-    };
-    for (const auto& [lastRow, lastCol] : {std::pair{1, 1}, {4, 5}, {5, 4}, {3, 3}})
-        for (int row = 0; row <= lastRow; ++row)
-            for (int col = 0; col <= lastCol; ++col) {
-                const auto at = [&](int r, int c) {
-                    return TileVocabulary[size_t(TileForCell(r, c, lastRow, lastCol, 3))];
-                };
-                EXPECT_TRUE(col == lastCol ? at(row, col).right == Side::Flat
-                                           : fits(at(row, col).right, at(row, col + 1).left));
-                EXPECT_TRUE(row == lastRow ? at(row, col).bottom == Side::Flat
-                                           : fits(at(row, col).bottom, at(row + 1, col).top));
-                EXPECT_EQ(at(row, col).left == Side::Flat, col == 0);
-                EXPECT_EQ(at(row, col).top == Side::Flat, row == 0);
-            }
-    for (int16_t tile = 0; tile < TileCount; ++tile) {
-        const TileSides a = TileVocabulary[size_t(tile)], b = TileVocabulary[size_t(TurnedTile(tile))];
-        EXPECT_TRUE(b.right == a.top && b.bottom == a.right && b.left == a.bottom && b.top == a.left) << tile;
     }
 }
 

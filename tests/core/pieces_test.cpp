@@ -4,18 +4,6 @@
 namespace PuzzleModule {
 namespace {
 
-TEST(CutPieces, MakesOneUprightRecordPerCellInRowMajorOrder) {
-    SmallGame game(5, 5, 4, 3);
-    ASSERT_EQ(Pieces.size(), 12u);
-    EXPECT_EQ(game.surfaces.picPat.UBound(), 11);
-    for (int i = 0; i <= UpperBound(); ++i) {
-        const PieceRec& p = Pieces[size_t(i)];
-        const PieceRec expected{
-            p.X, p.Y, 0, TileForCell(i / 4, i % 4, 2, 3, 5), int16_t(i / 4), int16_t(i % 4), int16_t(i), 0, 0, 0};
-        EXPECT_EQ(p, expected) << i;
-    }
-}
-
 TEST(CutPieces, LeavesNothingOfALargerGame) {
     SmallGame game(4, 5, 6, 5);
     for (PieceRec& piece : Pieces) piece = {5, 6, 3, 9, 7, 7, 99, 8, 8, -1};
@@ -30,19 +18,6 @@ TEST(CutPieces, LeavesNothingOfALargerGame) {
         const Surface& surface = std::as_const(game.surfaces.picPat)[i];
         EXPECT_EQ(surface.Bounds(), (Rect{0, 0, 160, 160}));
     }
-}
-
-// Level 0: the body's square in the middle, white around it.
-TEST(CutPieces, PlainSquaresShowTheirCellOnly) {
-    SmallGame game(6, 0, 3, 2);
-    for (const PieceRec& piece : Pieces)
-        for (int y = 0; y < TileSize; ++y)
-            for (int x = 0; x < TileSize; ++x) {
-                const bool body = x >= 27 && x < 93 && y >= 27 && y < 93;
-                const Pixel expected =
-                    body ? game.surfaces.picMaster.At(piece.Col * 66 + x - 27, piece.Row * 66 + y - 27) : WhitePixel;
-                ASSERT_EQ(std::as_const(game.surfaces.picPat)[piece.PieceId].At(x, y), expected);
-            }
 }
 
 class Turning : public testing::TestWithParam<int> {};
@@ -66,17 +41,6 @@ TEST_P(Turning, MovesEveryPixelAQuarterClockwise) {
     EXPECT_EQ(Pieces[5], before);
     for (int y = 0; y < TileSize; ++y)
         for (int x = 0; x < TileSize; ++x) ASSERT_EQ(surface.At(x, y), old.At(x, y));
-}
-
-TEST(RotatePiece, GoesByTheRecordAndNotByThePlaceInThePile) {
-    SmallGame game(3, 5, 3, 3);
-    std::swap(Pieces[0], Pieces[7]);
-    const uint64_t other = std::as_const(game.surfaces.picPat)[0].Revision();
-    RotatePiece(0, game.surfaces.picTmp);
-    EXPECT_EQ(Pieces[0].PieceId, 7);
-    EXPECT_EQ(Pieces[0].Rotation, 1);
-    EXPECT_EQ(Pieces[7].Rotation, 0);
-    EXPECT_EQ(std::as_const(game.surfaces.picPat)[0].Revision(), other);
 }
 
 }  // namespace
