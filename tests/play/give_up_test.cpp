@@ -88,19 +88,6 @@ TEST(GivingUp, LaysThePictureOutAtTheVisibleCornerAndEndsTheGame) {
     }
 }
 
-TEST(GivingUp, EveryFrameShowsTheBoardAsItThenStands) {
-    GameFixture play;
-    play.StartGrid(4, 3, 3);
-    play.Click(play.Middle(2, 3), 1);  // something else to the top: the corner piece lies deep in the pile
-    play.Click(play.Middle(2, 2), 1);
-    play.desktop.onFrame = [&] {
-        EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
-        EXPECT_TRUE(play.Piece(0, 0).X == 231 && play.Piece(0, 0).Y == 121);  // at its place from the first one on
-    };
-    play.Menu("MnDesistir");
-    EXPECT_EQ(play.desktop.frames, 6);
-}
-
 TEST(GivingUp, NoCommandAtAYieldCanReplaceRebuildOrReorderThePieces) {
     GameFixture play;
     play.StartGrid(5, 4, 3);

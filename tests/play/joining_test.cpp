@@ -75,13 +75,3 @@ TEST(CollectGroup, TakesTheLargestBoardInOneGoWithoutDepthOfCalls) {
         EXPECT_GE(marked, Pieces.size() - 1) << cols << " by " << rows;
     }
 }
-
-TEST(CollectGroup, EndOfOneRowAndStartOfTheNextAreNoNeighbours) {
-    MakeGrid(3, 2);
-    Pieces[3].X = int16_t(Pieces[2].X + CellSize);
-    Pieces[3].Y = Pieces[2].Y;
-    for (const int alone : {0, 1, 4, 5}) Pieces[size_t(alone)].Rotation = 1;
-    PickedPiece = 2;
-    CollectGroup(2);
-    EXPECT_EQ(Pieces[3].InGroup, False);
-}

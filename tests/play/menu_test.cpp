@@ -5,53 +5,6 @@
 
 using namespace PuzzleModule;
 
-namespace {
-
-void List(MenuItem& above, const std::string& indent, std::string& text) {
-    for (MenuItem& item : above.Items()) {
-        text += indent + item.Name() + " \"" + item.Caption() + "\"";
-        const Shortcut key = item.Key();
-        if (key.function) text += " F" + std::to_string(key.function);
-        if (key.key) text += std::string(key.control ? " Ctrl+" : " ") + key.key;
-        text += item.Checked() ? " checked\n" : "\n";
-        List(item, indent + "  ", text);
-    }
-}
-
-}  // namespace
-
-TEST(Menu, TreeIsTheOneThePlayersKnow) {
-    GameFixture play;
-    std::string tree;
-    List(play.main.Menus, "", tree);
-    EXPECT_EQ(tree, R"(mnuGame "Jogo"
-  mnuNew "Novo Jogo"
-    mnuNewGame(0) "Kids A"
-    mnuNewGame(1) "Kids B"
-    mnuNewGame(2) "-"
-    mnuNewGame(3) "Fácil"
-    mnuNewGame(4) "Intermediário"
-    mnuNewGame(5) "Difícil"
-  mnuShuffle "Reniciar este jogo" F3
-  mnu5 "-"
-  mnuSaveGame "Salvar este jogo   " Ctrl+S
-  mnuLoadGame "Abrir um jogo salvo" Ctrl+O
-  mnu0 "-"
-  mnuExit "Sair"
-mnuOptions "Opções"
-  mnuHints "Mostrar uma jogada" Ctrl+M
-  MnDesistir "Desistir"
-  mnu2 "-"
-  mnuSounds "Usar efeitos de som" checked
-  mnuStatus "Exibir miniatura" checked
-  mnuBackground "Cor de Fundo"
-mnuHelp "Ajuda"
-  mnuHowToPlay "Tópicos da Ajuda" F1
-  mnu4 "-"
-  mnuAbout "Sobre"
-)");
-}
-
 TEST(Menu, ItemsAreGreyedAtTheOpeningAndOnlyThere) {
     GameFixture play;
     const auto enabled = [&play] {
@@ -102,13 +55,6 @@ TEST(Menu, SwitchesAndColourAreWrittenAtOnceAndReadAtTheNextStart) {
     EXPECT_EQ(next.Surfaces.picBG.Background(), 0xFFFF0000u);
 }
 
-TEST(Menu, ExitEndsTheProgramWithoutAQuestion) {
-    GameFixture play;
-    play.StartGrid(2, 2);
-    EXPECT_THROW(play.Menu("mnuExit"), HeadlessDesktop::ProgramEnded);
-    EXPECT_TRUE(play.desktop.boxes.empty());
-}
-
 TEST(Menu, RestartAsksAndKeepsEverythingUnlessTheAnswerIsYes) {
     GameFixture play;
     play.StartGrid(4, 3);
@@ -143,14 +89,4 @@ TEST(Clock, GoesOnInWholeHoursPastEveryNarrowNumber) {
     }
     play.main.Timer1_Timer();
     EXPECT_EQ(ElapsedSeconds, INT32_MAX);
-}
-
-TEST(Panel, IsDraggedByItsPictureAndFrameButNotByTheClock) {
-    GameFixture play;
-    play.StartGrid(2, 2);
-    play.desktop.log.clear();
-    play.main.picStatus.DeliverMouseDown(2, 0, 5, 5);
-    play.main.Picture1.DeliverMouseDown(1, 0, 5, 5);
-    play.main.imgMaster.DeliverMouseDown(1, 0, 5, 5);
-    EXPECT_EQ(play.desktop.log, std::vector<std::string>(3, "drag picStatus"));
 }

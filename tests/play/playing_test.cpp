@@ -5,47 +5,6 @@
 
 using namespace PuzzleModule;
 
-namespace {
-
-struct Played {
-    Size screen;
-    Size picture;
-    int16_t level;
-};
-
-class PlayToTheEndOf : public testing::TestWithParam<Played> {};
-
-}  // namespace
-
-TEST_P(PlayToTheEndOf, WinsByTheMouseAlone) {
-    const Played& game = GetParam();
-    GameFixture play(game.screen);
-    ASSERT_TRUE(play.Start(play.AddPicture("picture.bmp", game.picture), game.level));
-    ASSERT_TRUE(PlayToTheEnd(play.main)) << Pieces.size() << " pieces";
-    ASSERT_EQ(play.desktop.boxes.size(), 1u);
-    EXPECT_EQ(play.desktop.boxes[0].text, "Jogo Completo");
-    EXPECT_EQ(play.desktop.boxes[0].title, "Parabéns!!");
-    EXPECT_EQ(play.desktop.boxes[0].style, 48);
-    EXPECT_FALSE(play.main.Timer1.Enabled());
-
-    // The whole picture stands on the board, wherever it was assembled: picMaster's body, pixel for pixel.
-    const Surface& master = play.main.Surfaces.picMaster;
-    const PieceRec& first = play.Piece(0, 0);
-    int different = 0;
-    for (int y = 0; y < master.Height(); ++y)
-        for (int x = 0; x < master.Width(); ++x) {
-            const int bx = first.X + Margin() + x, by = first.Y + Margin() + y;
-            if (play.main.picScreen.Image.Bounds().Contains(bx, by))
-                different += play.main.picScreen.Image.At(bx, by) != master.At(x, y);
-        }
-    EXPECT_EQ(different, 0);
-}
-
-INSTANTIATE_TEST_SUITE_P(Games, PlayToTheEndOf,
-                         testing::Values(Played{{1366, 768}, {640, 480}, 0}, Played{{1366, 768}, {480, 640}, 1},
-                                         Played{{1920, 1080}, {3000, 2000}, 3}, Played{{1024, 768}, {800, 600}, 4},
-                                         Played{{1920, 1080}, {400, 300}, 5}, Played{{800, 600}, {200, 150}, 5}));
-
 TEST(Winning, BoardIsOnTheScreenAndTheGameOverBeforeTheBoxOpens) {
     GameFixture play;
     play.StartGrid(2, 2);
@@ -62,15 +21,6 @@ TEST(Winning, BoardIsOnTheScreenAndTheGameOverBeforeTheBoxOpens) {
     EXPECT_FALSE(runs);
 }
 
-TEST(Winning, GroupThatClosesTheLastGapEndsTheGameWithoutTheHeldPieceBeingTheLast) {
-    GameFixture play;
-    play.StartGrid(3, 2);
-    play.Solve(220, 220);
-    for (int row = 0; row < 2; ++row) play.Put(row, 2, 660, 220 + row * CellSize);
-    play.Drag(0, 2, 220 + 2 * CellSize, 220);
-    EXPECT_FALSE(GameRunning);
-}
-
 TEST(Winning, TopLeftPieceTurnedAwayKeepsTheGameGoingWithoutTheHomeSound) {
     GameFixture play;
     play.StartGrid(2, 2);
@@ -81,18 +31,6 @@ TEST(Winning, TopLeftPieceTurnedAwayKeepsTheGameGoingWithoutTheHomeSound) {
     EXPECT_TRUE(GameRunning);
     EXPECT_EQ(play.Sounds(), "CLICK CLICK");
 }
-
-TEST(Winning, SwitchedOffSoundsStaySilentAllThrough) {
-    GameFixture play;
-    play.StartGrid(2, 2);
-    play.SolveAllButLast(220, 220);
-    play.Menu("mnuSounds");
-    play.Drag(1, 1, 220 + CellSize, 220 + CellSize);
-    EXPECT_FALSE(GameRunning);
-    EXPECT_EQ(play.Sounds(), "");
-}
-
-// --- A hold and the commands that open something ---------------------------------------------
 
 TEST(ReleaseHold, CommandIsAbandonedIfTheReleaseCompletesTheGame) {
     for (const char* command : {"mnuShuffle", "mnuSaveGame", "mnuLoadGame", "mnuNewGame(3)", "mnuBackground",
@@ -149,16 +87,4 @@ TEST(Dragging, CompanionUnderAThirdPieceStaysUnderIt) {
     EXPECT_TRUE(above());
     EXPECT_TRUE(play.Piece(0, 1).InGroup);
     EXPECT_EQ(PickedPiece, play.ElementOf(0, 0));
-}
-
-TEST(Release, EveryPieceIsFittedToTheLatticeAndNoMarkIsLeft) {
-    GameFixture play;
-    play.StartGrid(3, 3);
-    play.Solve(222, 217);
-    play.Drag(2, 2, 227, 223);
-    for (const PieceRec& piece : Pieces) {
-        EXPECT_EQ(piece.X % 11, 0);
-        EXPECT_EQ(piece.Y % 11, 0);
-        EXPECT_FALSE(piece.InGroup);
-    }
 }

@@ -76,25 +76,6 @@ TEST_F(SavedGames, FittingAgainAndAgainNeverMakesAGameUnloadable) {
     }
 }
 
-TEST_F(SavedGames, PictureSizeOfWholeCellsIsFittedIntoTheGridOfThePieces) {
-    play.StartGrid(4, 3, 3);
-    Save("a.pzl");
-    const auto saved = [](int width, int height) {
-        return "\r\n " + std::to_string(width) + " \r\n " + std::to_string(height) + " \r\n 120 ";
-    };
-    std::string text = play.folder.Read("a.pzl");
-    const std::string before = saved(PictureWidth, PictureHeight);
-    text.replace(text.find(before), before.size(), saved(4 * CellSize, 3 * CellSize));
-    play.folder.Write("a.pzl", text);
-    GameRunning = false;
-    Load("a.pzl");
-    EXPECT_TRUE(GameRunning);
-    EXPECT_EQ(GridCols, 4);
-    EXPECT_EQ(GridRows, 3);
-    EXPECT_EQ(play.main.Surfaces.picMaster.Bounds(), (Rect{0, 0, 4 * CellSize, 3 * CellSize}));
-    EXPECT_EQ(PictureWidth, 4 * CellSize);
-}
-
 TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
     play.StartGrid(4, 3, 3);
     Save("good.pzl");
@@ -161,14 +142,6 @@ TEST_F(SavedGames, SaveStopsTheClockAroundItsDialogAndALoadDoesNot) {
     EXPECT_EQ(play.desktop.fileRequests[0].folder, play.folder / "Save");
 }
 
-TEST_F(SavedGames, NameGetsItsEndingAndThePiecesStackRowByRow) {
-    play.StartGrid(3, 3);
-    play.Click(play.Middle(2, 2), 1);
-    Save("jogo.v1.txt");
-    EXPECT_TRUE(play.folder.Has("jogo.v1.pzl"));
-    for (size_t i = 0; i < Pieces.size(); ++i) EXPECT_EQ(Pieces[i].PieceId, int(i));
-}
-
 TEST_F(SavedGames, FailedWriteKeepsTheOldFileAndTheGame) {
     play.StartGrid(3, 3);
     Save("here.pzl");
@@ -179,14 +152,6 @@ TEST_F(SavedGames, FailedWriteKeepsTheOldFileAndTheGame) {
     EXPECT_TRUE(GameRunning);
     EXPECT_TRUE(play.main.Timer1.Enabled());
     EXPECT_EQ(play.main.Pointer(), MousePointer::Default);
-}
-
-TEST_F(SavedGames, AfterARefusedPictureASaveNamesThePictureOnTheBoard) {
-    play.StartGrid(3, 3);
-    const std::string picture = BoardPicturePath;
-    ASSERT_FALSE(play.Start(play.AddPicture("small.bmp", {9, 9}), 5));
-    Save("a.pzl");
-    EXPECT_NE(play.folder.Read("a.pzl").find("\r\n" + picture + "\r\n 3 \r\n"), std::string::npos);
 }
 
 TEST_F(SavedGames, NothingButPaintsAndTheClockComesInWhileAGameIsRestored) {
