@@ -81,18 +81,6 @@ TEST_F(FrmThumbsTest, OkWantsASelectionInTheFolderShown) {
     EXPECT_FALSE(GameRunning);
 }
 
-TEST_F(FrmThumbsTest, DriveThatCannotBeReadIsPutBack) {
-    AddPictures("Imagens", 1);
-    desktop.volumes.push_back({home / "sem-disco", "Disco"});
-    Open([&](frmThumbs& dialog) {
-        ASSERT_TRUE(dialog.Dir1.SetPath("/"));
-        dialog.Drive1.DeliverChoice(1);
-        EXPECT_EQ(dialog.Drive1.Drive(), "/");
-        EXPECT_EQ(dialog.Dir1.Path(), "/");
-        EXPECT_TRUE(desktop.boxes.empty());
-    });
-}
-
 // Whatever the player does, in whichever yield of the opening scan: the dialog ends, the scan
 // stops without another picture, and only a chosen picture becomes a game.
 TEST_F(FrmThumbsTest, AnyYieldOfAScanCanEndTheDialog) {
@@ -157,27 +145,4 @@ TEST_F(FrmThumbsTest, FolderChangedWhileTheListIsEmptiedIsListedOnce) {
         EXPECT_TRUE(changed);
         EXPECT_EQ(dialog.ThumbsCtl1.ListCount(), 3);
     });
-}
-
-TEST_F(FrmThumbsTest, ClosedDialogBuildsNoFurtherCell) {
-    Open([&](frmThumbs& dialog) {
-        ThumbsCtl& thumbs = dialog.ThumbsCtl1;
-        thumbs.SetColumnType(1);
-        thumbs.SetColumns(0);
-        for (int i = 0; i < 5; ++i) thumbs.AddItem("/p/nada.bmp");
-        thumbs.SetColumns(4);
-        desktop.onYield = [&](int) { dialog.Unload(); };
-        thumbs.UserControl_Resize();
-        EXPECT_EQ(thumbs.picInterior.UpperBound(), 1);
-    });
-}
-
-TEST_F(FrmThumbsTest, UndecodableChoiceClosesTheDialogWithoutAGame) {
-    home.Write("Imagens/ruim.jpg", "x");
-    Open([&](frmThumbs& dialog) {
-        dialog.ThumbsCtl1.imgFigura_Click(1);
-        dialog.Command1.DeliverClick();
-        EXPECT_TRUE(dialog.IsUnloaded());
-    });
-    EXPECT_FALSE(GameRunning);
 }

@@ -1,9 +1,8 @@
-// The thumbnail list without a folder: cells, selection, bar, stored properties.
+// The thumbnail list without a folder: cells, selection, bar.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
-#include <tuple>
 
 #include "browser/thumbs_ctl.h"
 #include "tests/browser/yielding_desktop.h"
@@ -38,19 +37,6 @@ protected:
 };
 
 }  // namespace
-
-TEST(PicScroll, LengthAloneLimitsMaxAndLargeStepOfTheVerticalBar) {
-    for (const auto& [length, large, max, largeChange] :
-         {std::array{32767, 500, 32767, 500}, {32768, 500, 32767, 32767}, {100, 40000, 100, 1}, {-50, 7, -50, 7}}) {
-        ScrollBar vertical("V", Orientation::Vertical), horizontal("H", Orientation::Horizontal);
-        cPicScroll().SetUpScrollBars(nullptr, vertical, length, 9, large, 1, 1, 1);
-        cPicScroll().SetUpScrollBars(&horizontal, vertical, length, 9, large, 40000, 0, 60);
-        EXPECT_EQ(vertical.Max(), max) << length;
-        EXPECT_EQ(vertical.LargeChange(), largeChange) << length;
-        EXPECT_EQ(horizontal.Max(), 32767);       // 40000 is refused
-        EXPECT_EQ(horizontal.LargeChange(), 60);  // and the steps after it run
-    }
-}
 
 TEST_F(ThumbsCtlTest, ThumbnailFillsTheBoxOnOneSideAndItsSizeIsToldInCutPixels) {
     struct Case {
@@ -93,32 +79,6 @@ TEST_F(ThumbsCtlTest, RowsOfFourDownToTheTwentiethWhereTheBarKeepsItsEnd) {
     }
 }
 
-TEST_F(ThumbsCtlTest, ItemsWaitWithoutCellsUntilAColumnFitsAndOldCellsNeverMove) {
-    AddItems(5);
-    const double height = thumbs.picInterior.Height();
-    thumbs.SetColumnType(1);
-    for (const int16_t none : {int16_t(0), int16_t(-3)}) {
-        thumbs.SetColumns(none);
-        AddItems(1);
-    }
-    EXPECT_EQ(thumbs.picInterior.UpperBound(), 5);
-    EXPECT_EQ(thumbs.picInterior.Height(), height);
-    thumbs.SetColumns(3);
-    thumbs.SetHeight(3520);  // a new size builds what is missing
-    EXPECT_EQ(thumbs.picInterior.UpperBound(), 7);
-    EXPECT_EQ(Cell(4).frame.left, 5505);  // laid out in fours
-    EXPECT_EQ(Cell(6).frame.left, 3670);  // in threes
-    EXPECT_EQ(thumbs.picInterior.Height(), 3 * 1810 + 200);
-    thumbs.SetColumns(20);
-    AddItems(12);
-    EXPECT_EQ(Cell(18).frame.left, 31195);
-    EXPECT_EQ(Cell(19).frame.left, 0);  // beyond 16 bits
-    EXPECT_EQ(thumbs.scrThumbs.Left(), 7390);
-    thumbs.SetWidth(259);  // narrower than the bar with its margins: nothing but the places
-    EXPECT_EQ(thumbs.picFundo.Width(), 7390);
-    EXPECT_EQ(thumbs.picInterior.Width(), 7390 - 80);
-}
-
 TEST_F(ThumbsCtlTest, SelectionTurnsTheOldFrameGreyThenTheNewOneBlackThenTells) {
     thumbs.SetForeColor(0x112233);
     AddItems(3);
@@ -142,9 +102,6 @@ TEST_F(ThumbsCtlTest, SelectionTurnsTheOldFrameGreyThenTheNewOneBlackThenTells) 
     EXPECT_EQ(FrameColor(3), Grey);
     thumbs.imgFigura_DblClick(9);
     EXPECT_THAT(events, ElementsAre("click /p/2.bmp", "click /p/3.bmp", "double /p/1.bmp"));
-
-    thumbs.SetForeColor(0x445566);  // over black frames too
-    EXPECT_EQ(FrameColor(3), 0x445566);
 }
 
 TEST_F(ThumbsCtlTest, PointerOnTheSheetBecomesTheListsEvents) {
@@ -167,43 +124,6 @@ TEST_F(ThumbsCtlTest, PointerOnTheSheetBecomesTheListsEvents) {
     EXPECT_EQ(thumbs.ListCount(), 0);
 }
 
-TEST_F(ThumbsCtlTest, ClearDropsListSelectionAndScrollButNoSizeText) {
-    AddItems(40);
-    thumbs.scrThumbs.SetValue(9000);
-    EXPECT_EQ(thumbs.picInterior.Top(), -9000);
-    thumbs.imgFigura_Click(7);
-    thumbs.Clear();
-    EXPECT_EQ(thumbs.ListCount(), 0);
-    EXPECT_EQ(thumbs.ItemIndex(), "0");
-    EXPECT_EQ(thumbs.HighlightedIndex(), 0);
-    EXPECT_EQ(thumbs.ItemData(0), "");
-    EXPECT_EQ(thumbs.ItemData(1), std::nullopt);
-    EXPECT_EQ(thumbs.ItemData(-1), std::nullopt);
-    EXPECT_EQ(thumbs.SizeTexts().size(), 41u);
-    EXPECT_EQ(thumbs.scrThumbs.Max(), 200);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 200);
-    EXPECT_EQ(thumbs.scrThumbs.SmallChange(), 80);
-    EXPECT_EQ(thumbs.scrThumbs.LargeChange(), 1133);
-    AddItems(1);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 0);
-    EXPECT_EQ(thumbs.picInterior.Top(), 0);
-}
-
-TEST_F(ThumbsCtlTest, WheelMovesByRowsWithinTheBarAndNotAtAllOnAShortSheet) {
-    AddItems(8);
-    thumbs.picInterior.DeliverWheel(0, -1);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 2 * 1810 + 200 - 3400);
-    AddItems(12);
-    thumbs.picInterior.DeliverWheel(0, -2);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 420 + 2 * 1790);
-    thumbs.picInterior.DeliverWheel(0, 9);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 0);
-    thumbs.Clear();
-    AddItems(1);
-    thumbs.picInterior.DeliverWheel(0, -1);
-    EXPECT_EQ(thumbs.scrThumbs.Value(), 0);
-}
-
 TEST(SetBarRange, NegativeBecomesZeroAndTooLongLeavesTheEnd) {
     for (const auto& [given, left, max] :
          {std::array{-5, 0, 0}, {31999, 31999, 31999}, {32000, 32000, 32767}, {200, 200, 200}}) {
@@ -215,33 +135,4 @@ TEST(SetBarRange, NegativeBecomesZeroAndTooLongLeavesTheEnd) {
         EXPECT_EQ(bar.SmallChange(), 1);
         EXPECT_EQ(bar.LargeChange(), 40);
     }
-}
-
-TEST_F(ThumbsCtlTest, StoredPropertiesComeBackAndDefaultsAreNotStored) {
-    PropertyBag plain, bag, odd;
-    thumbs.UserControl_WriteProperties(plain);
-    std::vector<std::string> marks;
-    thumbs.PropertyChanged = [&](const std::string& name) { marks.push_back(name); };
-    thumbs.SetBackColor(0xFFFFFF);
-    thumbs.SetForeColor(0x010203);
-    thumbs.SetPath("/fotos");
-    thumbs.SetColumns(6);
-    thumbs.SetColumnType(2);
-    thumbs.SetImageToolTip(false);
-    EXPECT_THAT(marks, ElementsAre("BackColor", "ForeColor", "Path", "ColumnType"));
-    thumbs.UserControl_WriteProperties(bag);
-    for (const char* name : {"BackColor", "ForeColor", "Path", "Columns", "ColumnType", "ImageToolTip"})
-        EXPECT_TRUE(!plain.Holds(name) && bag.Holds(name)) << name;
-
-    ThumbsCtl other("other", label);
-    const auto all = [&other] {
-        return std::tuple(other.BackColor(), other.picInterior.BackColor(), other.ForeColor(), other.Path(),
-                          other.Columns(), other.ColumnType(), other.ImageToolTip());
-    };
-    other.UserControl_ReadProperties(bag);
-    EXPECT_EQ(all(), std::tuple(0xFFFFFF, 0xFFFFFF, 0x010203, "/fotos", 6, 2, false));
-    odd.WriteProperty("Columns", 70000, 1);
-    odd.WriteProperty("ColumnType", std::string("dois"), std::string());
-    other.UserControl_ReadProperties(odd);  // what does not convert is skipped, what is absent has its default
-    EXPECT_EQ(all(), std::tuple(0x808080, 0x808080, 0xC0C0C0, "", 6, 2, true));
 }

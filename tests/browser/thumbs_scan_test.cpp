@@ -7,8 +7,6 @@
 #include "tests/browser/yielding_desktop.h"
 #include "tests/support/temp_folder.h"
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using testing::UnorderedElementsAre;
 
 namespace {
@@ -82,13 +80,6 @@ TEST_F(ThumbsScanTest, WhatDoesNotDecodeShowsTheLastPictureThatDid) {
     for (const int k : {3, 4})
         for (int x = 0; x < 109; x += 9)
             EXPECT_EQ(sheet.At(k).figure.image.At(x, 40), sheet.At(2).figure.image.At(x, 40)) << k << " " << x;
-
-    thumbs.SetImageToolTip(false);
-    EXPECT_EQ(sheet.At(2).figure.toolTip + sheet.At(2).frame.toolTip, "");
-    thumbs.AddItem(good);
-    EXPECT_EQ(sheet.At(5).figure.toolTip, "");
-    thumbs.SetImageToolTip(true);
-    EXPECT_EQ(sheet.At(5).frame.toolTip, "boa.bmp (14k) - 80 x 60");
 }
 
 TEST_F(ThumbsScanTest, LabelComesWithTheFirstPictureAfterFourTenthsAndGoesWithTheScan) {
@@ -115,17 +106,6 @@ TEST_F(ThumbsScanTest, LabelComesWithTheFirstPictureAfterFourTenthsAndGoesWithTh
         Scan(folder / name);
         EXPECT_EQ(labelSeen, c.seen) << name;
         EXPECT_FALSE(label.Visible());
-    }
-}
-
-TEST_F(ThumbsScanTest, ClosedOrUnreadableAddsNothingAndHidesTheLabel) {
-    WritePicture(folder / "a.bmp", {8, 8});
-    for (const auto& [open, path] : {std::pair{false, folder.Path()}, {true, folder / "nirgendwo"}}) {
-        PuzzleModule::ThumbsOpen = open;
-        label.SetVisible(true);
-        Scan(path);
-        EXPECT_EQ(thumbs.ListCount(), 0) << path;
-        EXPECT_FALSE(label.Visible()) << path;
     }
 }
 
