@@ -15,7 +15,7 @@
 namespace {
 
 constexpr std::pair<const char*, const char*> Known[] = {
-    {"Config", "Som"}, {"Config", "Color"}, {"Config", "Status"}, {"a", "b"}};
+    {"SETUP", "Som"}, {"SETUP", "Color"}, {"SETUP", "Navegador"}, {"a", "b"}};
 
 void Require(bool held) {
     if (!held) std::abort();
