@@ -90,10 +90,4 @@ TEST_F(AppFolder, ALostOrDamagedListCostsNoFile) {
     EXPECT_EQ(Mine("Puzzle.skn"), "skin 2");
 }
 
-TEST_F(AppFolder, ADataHomeThatCannotBeMadeIsNamedAllTheSame) {
-    Install();
-    tree.Write("home", "a file in its place");
-    EXPECT_EQ(ChooseAppFolder(), tree / Own);
-}
-
 }  // namespace

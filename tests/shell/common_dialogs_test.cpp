@@ -26,30 +26,6 @@ struct Dialogs : testing::Test {
     Form owner{"frmMain", "", ScaleMode::Pixel, FormBorder::Sizable};
 };
 
-TEST_F(Dialogs, ASavedGameIsAskedForInItsOwnFolder) {
-    FileDialogRec.FileName = "/old.pzl";
-    PrepareSavedGameDialog();
-    EXPECT_TRUE(folder.Has("Save"));
-    EXPECT_EQ(FileDialogRec.FileName, "");
-    EXPECT_EQ(FileDialogRec.Flags, 5);
-
-    desktop.fileAnswers = {"/games/  mine.pzl"};
-    ShowSave();
-    const FileDialogRequest& request = desktop.fileRequests.at(0);
-    EXPECT_TRUE(request.save);
-    EXPECT_EQ(request.folder, folder / "Save");
-    EXPECT_EQ(request.filterText, "Fento-Lira (*.pzl)");
-    EXPECT_EQ(request.filterPattern, "*.pzl");
-    EXPECT_EQ(request.title, "");
-    EXPECT_EQ(FileDialogRec.FileName, "/games/  mine.pzl");
-    EXPECT_EQ(FileDialogRec.FileTitle, "mine.pzl");
-    EXPECT_EQ(FileDialogRec.Filter, "Fento-Lira (*.pzl)|*.pzl");
-
-    ShowOpen();  // cancelled
-    EXPECT_FALSE(desktop.fileRequests.at(1).save);
-    EXPECT_EQ(FileDialogRec.FileName, "/games/  mine.pzl");
-}
-
 TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
     const std::string longest = "/" + std::string(253, 'x');
     desktop.fileAnswers = {longest + "y", longest};
@@ -59,12 +35,6 @@ TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
     EXPECT_EQ(FileDialogRec.FileName, longest);
 }
 
-TEST_F(Dialogs, AFolderThatCannotBeMadeStopsNothing) {
-    folder.Write("Save", "a file in its place");
-    PrepareSavedGameDialog();
-    EXPECT_EQ(FileDialogRec.InitDir, folder / "Save");
-}
-
 TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
     const struct {
         const char *path, *expected;
@@ -72,21 +42,6 @@ TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
                  {"/g.d/jogo", "/g.d/jogo.pzl"}, {"/g/jogo.pzl", "/g/jogo.pzl"}, {"/g/jogo.", "/g/jogo.pzl"},
                  {"/g.d/a.b", "/g.d/a.pzl"}};
     for (const auto& c : cases) EXPECT_EQ(WithSavedGameExtension(c.path), c.expected);
-}
-
-TEST(ChangeExtension, GivesTheCallersExtensionItsDotUnlessItIsEmpty) {
-    std::string extension = "pzl";
-    EXPECT_EQ(ChangeExtension("a.b", extension), "a.pzl");
-    EXPECT_EQ(extension, ".pzl");
-    std::string none;
-    EXPECT_EQ(ChangeExtension("a.b", none), "a");
-    EXPECT_EQ(none, "");
-}
-
-TEST(TrimNull, EndsAtTheFirstNul) {
-    EXPECT_EQ(TrimNull("abc"), "abc");
-    EXPECT_EQ(TrimNull(std::string("ab\0c\0", 5)), "ab");
-    EXPECT_EQ(TrimNull(std::string("\0c", 2)), "");
 }
 
 TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {

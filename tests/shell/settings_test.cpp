@@ -44,15 +44,6 @@ TEST_F(Settings, MissingEmptyOrOddValuesGiveTheDefault) {
     }
 }
 
-TEST_F(Settings, AValueIsCutTo254CharactersAndAtItsFirstNul) {
-    folder.Write("config.ini", "[SETUP]\nLong=" + std::string(300, 'x') + "\nCut=ab" + std::string(1, '\0') +
-                                   "cd\nNone=" + std::string(1, '\0') + "x\n");
-    EXPECT_EQ(ModINI::ReadIni("SETUP", "Long", "d"), std::string(254, 'x'));
-    EXPECT_EQ(ModINI::ReadIni("setup", "cut", "d"), "ab");
-    EXPECT_EQ(ModINI::ReadIni("SETUP", "None", "d"), "d");
-    EXPECT_EQ(ModINI::ReadIni("OTHER", "Cut", "d"), "d");
-}
-
 TEST_F(Settings, WhatIsWrittenIsReadAndTheFirstChangeMakesTheFile) {
     WriteIni(SoundSetting, TextOf(false));
     EXPECT_EQ(folder.Read("config.ini"), "[SETUP]\nSom=False\n");
@@ -64,22 +55,6 @@ TEST_F(Settings, WhatIsWrittenIsReadAndTheFirstChangeMakesTheFile) {
     PuzzleModule::AppFolder = folder / "missing/";
     WriteIni(SoundSetting, "False");  // nowhere to write: silent
     EXPECT_TRUE(ReadSwitch(SoundSetting));
-}
-
-TEST_F(Settings, TheSwitchDecidesAtTheMomentOfPlaying) {
-    LoadWaves();
-    EXPECT_EQ(PuzzleModule::WaveClick.size(), 1304u);
-    EXPECT_EQ(PuzzleModule::WaveGiro.size(), 12012u);
-    EXPECT_EQ(PuzzleModule::WaveComplete.size(), 12120u);
-    EXPECT_EQ(PuzzleModule::WaveRotate.size(), 1076u);
-    MenuItem mnuSounds;
-    mnuSounds.SetChecked(false);
-    PlayWave(mnuSounds, PuzzleModule::WaveClick);
-    EXPECT_TRUE(desktop.sounds.empty());
-    mnuSounds.SetChecked(true);
-    PlayWave(mnuSounds, PuzzleModule::WaveGiro);
-    ASSERT_EQ(desktop.sounds.size(), 1u);
-    EXPECT_EQ(desktop.sounds[0].data(), PuzzleModule::WaveGiro.data());
 }
 
 TEST_F(Settings, AMissingOrBrokenSkinLeavesWindowsPlain) {

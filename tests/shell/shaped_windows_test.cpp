@@ -55,15 +55,4 @@ TEST(RegionFromPicture, StaysShortAndTellsNothingFromNoPicture) {
               (Region{{0, 0, 9, 3}, {0, 3, 4, 1}, {5, 3, 4, 1}, {0, 4, 9, 3}}));
 }
 
-TEST(RegionFromPicture, TheBannerIsCutOutExactlyWithFewRectangles) {
-    const std::optional<Surface> banner = DecodeBmp(LoadResData("SPLASH", "PICTURE"));
-    ASSERT_TRUE(banner);
-    EXPECT_EQ(banner->Width(), 614);
-    EXPECT_EQ(banner->Height(), 223);
-    const auto region = PicDeclerations::RegionFromPicture(&*banner, Yellow);
-    ASSERT_TRUE(region);
-    EXPECT_LT(region->size(), 400u);
-    ExpectExactCover(*banner, *region);
-}
-
 }  // namespace

@@ -28,11 +28,9 @@ TEST(FieldAt, ClosesTheCallersTextAndCountsFieldsFromOne) {
         std::string text;
         int16_t index;
         std::string field, textAfter;
-    } cases[] = {
-        {"a,b", 1, "a", ",a,b,"},  {"a,b", 2, "b", ",a,b,"}, {",a", 1, "a", ",a,"},
-        {"a,,b", 2, "", ",a,,b,"}, {"a,b", 3, "", ",a,b,"},  {"a,b", 9, "", ",a,b,"},
-        {",", 1, "", ","},         {"", 1, "", ","},         {"a,b", 32767, "", ",a,b,"},
-    };
+    } cases[] = {{"a,b", 1, "a", ",a,b,"},  {"a,b", 2, "b", ",a,b,"}, {",a", 1, "a", ",a,"},
+                 {"a,,b", 2, "", ",a,,b,"}, {"a,b", 3, "", ",a,b,"},  {"a,b", 9, "", ",a,b,"},
+                 {",", 1, "", ","},         {"", 1, "", ","},         {"a,b", 32767, "", ",a,b,"}};
     for (const auto& c : cases) {
         std::string text = c.text;
         EXPECT_EQ(vb5::FieldAt(text, ",", c.index), c.field) << c.text << " " << c.index;
@@ -45,27 +43,17 @@ TEST(Split, KeepsATrailingFieldDropsALeadingOneAndStopsAtTheMarker) {
     const struct {
         std::string text, delimiter;
         Fields fields;
-    } cases[] = {
-        {"a,b", ",", {"a", "b"}},
-        {"a,b,", ",", {"a", "b", ""}},
-        {",a", ",", {"a"}},
-        {",,a", ",", {"", "a"}},
-        {"", ",", {}},
-        {"a", ",", {"a"}},
-        {"a--b", "--", {"a", "b"}},
-        {"abc", "", {}},
-        {"a,/#(!a53x,b", ",", {"a"}},
-        {"xa!yb", "!", {"xa", "yb"}},  // the delimiter stands in the marker
-    };
+    } cases[] = {{"a,b", ",", {"a", "b"}},
+                 {"a,b,", ",", {"a", "b", ""}},
+                 {",a", ",", {"a"}},
+                 {",,a", ",", {"", "a"}},
+                 {"", ",", {}},
+                 {"a", ",", {"a"}},
+                 {"a--b", "--", {"a", "b"}},
+                 {"abc", "", {}},
+                 {"a,/#(!a53x,b", ",", {"a"}},
+                 {"xa!yb", "!", {"xa", "yb"}}};  // the last delimiter stands in the marker
     for (const auto& c : cases) EXPECT_THAT(vb5::Split(c.text, c.delimiter), ElementsAreArray(c.fields)) << c.text;
     // A delimiter that overlaps itself hides the marker; the walk still ends.
     EXPECT_EQ(vb5::Split("xa", "aa").at(0), "x");
-}
-
-TEST(InStrRev, FindsTheLastOneOverlapsIncluded) {
-    const struct {
-        std::string text, find;
-        int position;
-    } cases[] = {{"a.b.c", ".", 4}, {"abc", ".", 0}, {"", ".", 0}, {"aaa", "aa", 2}, {"ab", "abc", 0}, {".", ".", 1}};
-    for (const auto& c : cases) EXPECT_EQ(vb5::InStrRev(c.text, c.find), c.position) << c.text;
 }

@@ -63,17 +63,6 @@ TEST_F(WaitRing, TurnsThroughEightFramesFromTheSecondOneOn) {
     EXPECT_THAT(frames, ElementsAre(1, 2, 3, 4, 5, 6, 7, 0, 1));
 }
 
-TEST_F(WaitRing, StandsOnMagentaOnlyUntilItIsShown) {
-    ucFirefoxWait fresh("fresh");
-    EXPECT_EQ(ShownFrame(fresh, Rgb(255, 0, 255)), 8);
-    fresh.UserControl_Show();
-    EXPECT_EQ(ShownFrame(fresh, ResolveColor(ButtonFaceColor)), 8);
-    // The colour is taken from the untouched strip each time, so any colour can follow any other.
-    fresh.SetBackColor(Rgb(178, 178, 178));
-    fresh.SetBackColor(0);
-    EXPECT_EQ(ShownFrame(fresh, 0), 8);
-}
-
 TEST_F(WaitRing, OneStopEndsTwoStartsAndTheNextRunBeginsAnew) {
     ring.PlayWait();
     ring.PlayWait();
@@ -88,15 +77,6 @@ TEST_F(WaitRing, OneStopEndsTwoStartsAndTheNextRunBeginsAnew) {
     EXPECT_THAT(changed, ElementsAre("IsPlaying", "IsPlaying", "IsPlaying"));
 }
 
-TEST_F(WaitRing, AStopWithoutAStartPaintsNothing) {
-    ring.FrameIndex = 5;
-    const uint64_t before = ring.picDestination.Image.Revision();
-    ring.StopWait();
-    EXPECT_EQ(ring.FrameIndex, 5);
-    EXPECT_EQ(ring.picDestination.Image.Revision(), before);
-    EXPECT_TRUE(changed.empty());
-}
-
 TEST_F(WaitRing, SpeedAndColourChangeInMidRun) {
     ring.PlayWait();
     Tick();
@@ -107,40 +87,6 @@ TEST_F(WaitRing, SpeedAndColourChangeInMidRun) {
     EXPECT_EQ(Tick(), 3);
     ring.SetBackColor(ButtonFaceColor);
     EXPECT_EQ(ring.BackColor(), ResolveColor(ButtonFaceColor));
-}
-
-TEST_F(WaitRing, TheStoredSwitchStartsNothingAndBlocksAStart) {
-    PropertyBag bag;
-    bag.WriteProperty("AnimationSpeed", std::string("fast"), int32_t(100));  // passed over
-    bag.WriteProperty("BackColor", int32_t(0x00FF00), int32_t(0));
-    bag.WriteProperty("IsPlaying", true, false);
-    ring.UserControl_ReadProperties(bag);
-    EXPECT_EQ(ring.AnimationSpeed(), 100);
-    EXPECT_TRUE(ring.IsPlaying());
-    ring.PlayWait();
-    EXPECT_FALSE(ring.tmrPlay.Enabled());
-    ring.UserControl_Show();
-    EXPECT_EQ(Tick(), 8);
-
-    PropertyBag written;
-    ring.UserControl_WriteProperties(written);
-    EXPECT_FALSE(written.Holds("AnimationSpeed"));
-    EXPECT_TRUE(written.Holds("BackColor") && written.Holds("IsPlaying"));
-    ring.SetIsPlaying(false);
-    EXPECT_THAT(changed, ElementsAre("IsPlaying"));
-}
-
-TEST_F(WaitRing, KeepsItsSizeInEveryContainer) {
-    Form twips("f", "", ScaleMode::Twip, FormBorder::Sizable), pixels("g", "", ScaleMode::Pixel, FormBorder::Sizable);
-    for (Form* form : {&twips, &pixels}) {
-        form->AddChild(ring);
-        ring.Place(195, 3585, 999, 1);
-        EXPECT_EQ(ring.PixelRect().width, 16);
-        EXPECT_EQ(ring.PixelRect().height, 16);
-        EXPECT_EQ(ring.Left(), 195);
-        form->RemoveChild(ring);
-    }
-    EXPECT_EQ(ShownFrame(ring, White), 8);
 }
 
 }  // namespace
