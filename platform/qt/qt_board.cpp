@@ -48,8 +48,10 @@ void BoxWidget::paintEvent(QPaintEvent* event) {
                                        qsizetype(image.Stride()) * 4, QImage::Format_RGB32)
                               : QImage();
     for (const QRect& rect : event->region()) {
-        // A pixel more on each side lets the smooth stretch see the neighbours; the clip cuts it off again.
-        const QRect shown = (whole ? rect : rect.adjusted(-2, -2, 2, 2)) & inside;
+        // Some pixels more on each side let the smooth stretch see the neighbours. The clip keeps the outermost ones,
+        // which have none themselves, off the other rectangles.
+        const QRect shown = (whole ? rect : rect.adjusted(-4, -4, 4, 4)) & inside;
+        if (!whole) painter.setClipRect(rect.adjusted(-1, -1, 1, 1));
         if (!inside.contains(rect)) painter.fillRect(rect, background);
         if (!shown.isEmpty()) painter.drawImage(shown, view, shown);
     }
