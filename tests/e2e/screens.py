@@ -6,6 +6,7 @@ usage: screens.py PROGRAM SCREENSHOT_FOLDER [NAME...]
 import os
 import sys
 import time
+from concurrent.futures import ThreadPoolExecutor
 
 from desktop import Failure, Game, Saved, Screen, run, solve, wait_for
 
@@ -130,21 +131,28 @@ def two_monitors(program, shots):
         play(game, "monitors", 3, 55, shots)
 
 
+def one_screen(program, shots, name, size, scale, level, cell):
+    with Screen(*size) as screen:
+        play(start(Game(screen, program, scale=scale), cell), name, level, cell, shots)
+
+
 def main():
     program, shots, wanted = sys.argv[1], sys.argv[2], sys.argv[3:]
     os.makedirs(shots, exist_ok=True)
-    for name, size, scale, level, cell in GAMES:
-        if wanted and name not in wanted:
-            continue
-        began = time.monotonic()
-        try:
-            with Screen(*size) as screen:
-                play(start(Game(screen, program, scale=scale), cell), name, level, cell, shots)
-        except Failure as failure:
-            raise Failure(f"{name}, {size[0]}x{size[1]} at scale {scale}: {failure}") from failure
-        print(f"{name}: {size[0]}x{size[1]}, scale {scale}, level {level}: won in {time.monotonic() - began:.0f} s")
-    if not wanted or "monitors" in wanted:
-        two_monitors(program, shots)
+    games = [(f"{name}: {size[0]}x{size[1]}, scale {scale}, level {level}", one_screen, (name, size, scale, level, cell))
+             for name, size, scale, level, cell in GAMES] + [("monitors: 800x600 beside 1920x1080", two_monitors, ())]
+    wrong = []
+    with ThreadPoolExecutor(3) as pool:  # most of a game is waiting
+        running = [(title, pool.submit(game, program, shots, *more)) for title, game, more in games
+                   if not wanted or title.split(":")[0] in wanted]
+        for title, game in running:
+            try:
+                game.result()
+                print(f"{title}: won")
+            except Failure as failure:
+                wrong.append(f"{title}: {failure}")
+    if wrong:
+        raise Failure("\n".join(wrong))
 
 
 if __name__ == "__main__":
