@@ -66,10 +66,13 @@ class Driven(Game):
 
     def menu(self, top, *steps):
         """As without, but at the pace of the program: the machine may be busy."""
-        before = self.windows()
+        def shown():
+            return len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*").split())
+
+        before = shown()
         x, y, _, _ = self.screen.place(self.window)
         self.screen.click(x + (32, 94, 160)[top], (y + self.origin[1]) // 2)
-        wait_for(lambda: self.windows() > before, "the menu to open")
+        wait_for(lambda: shown() > before, "the menu to open")
         for step in steps:
             until_idle(self.process.pid, quiet=0.1)
             self.screen.key(step)

@@ -27,7 +27,7 @@ class Table:
         """Prints one figure that must not exceed `limit`."""
         fine = measured <= limit
         self.short += not fine
-        print(f"{'ok   ' if fine else 'SHORT'} {what:<64} {measured:9.3f} {unit:<5} at most {limit:g}"
+        print(f"{'ok   ' if fine else 'SHORT'} {what:<64} {measured:9.3g} {unit:<5} at most {limit:g}"
               f"{'   ' + note if note else ''}", flush=True)
 
 
@@ -46,7 +46,7 @@ def spread(pairs):
 
 
 def google_benchmark(program, *arguments):
-    """CPU seconds by benchmark name, one value a repetition."""
+    """By benchmark name, CPU and wall seconds of each repetition."""
     done = subprocess.run([program, "--benchmark_format=json", *arguments], stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, text=True)
     if done.returncode:
@@ -57,7 +57,8 @@ def google_benchmark(program, *arguments):
         if result.get("error_occurred"):
             raise Failure(f"{program}: {result['error_message']}")
         if result.get("run_type") == "iteration":
-            times.setdefault(result["run_name"], []).append(result["cpu_time"] * unit[result["time_unit"]])
+            scale = unit[result["time_unit"]]
+            times.setdefault(result["run_name"], []).append((result["cpu_time"] * scale, result["real_time"] * scale))
     return times
 
 
@@ -70,7 +71,7 @@ class Speed:
         self.table = Table()
 
     def decode(self, kind, files):
-        """CPU and wall are near each other here; CPU of the whole process."""
+        """CPU and wall seconds of one decode of each file, by a fresh process."""
         times = google_benchmark(self.bench + "/picture_bench", f"--benchmark_filter={kind}", *files)
         return next(iter(times.values()))[0]
 
@@ -79,7 +80,7 @@ class Speed:
     def board(self):
         times = google_benchmark(self.bench + "/board_bench", f"--benchmark_repetitions={REPETITIONS}",
                                  "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.1")
-        of = {name: median(values) for name, values in times.items()}
+        of = {name: median(cpu for cpu, _ in values) for name, values in times.items()}
         us = lambda name: f"{of[name] * 1e6:.3g} us"  # noqa: E731
         whole = of["ComposeWhole"]
         self.table.row("whole 4K board composed, against memcpy", whole / of["CopyBoard"], 2.0, "times",
@@ -112,8 +113,8 @@ class Speed:
                     early = self.decode("FullDecode", [self.large[number]]) if turn % 2 else None
                     used, wall = game.choose(level, f"foto {number:03}.jpg")
                     decode = early or self.decode("FullDecode", [self.large[number]])
-                    boards.append((used, decode))
-                    walls.append((wall, decode))
+                    boards.append((used, decode[0]))
+                    walls.append((wall, decode[1]))
                     idles.append(game.idle())
                     x, y = game.find_piece()
                     screen.move(x, y)
@@ -219,7 +220,7 @@ class Speed:
                         file.write(b"\0")
                 early = self.decode("ThumbnailDecode", names) if turn % 2 else None
                 scan = game.scan(names)
-                pairs.append((scan, early or self.decode("ThumbnailDecode", names)))
+                pairs.append((scan, (early or self.decode("ThumbnailDecode", names))[0]))
             game.end()
         self.table.row("folder of 100 photographs, CPU against scaled decodes", ratio(pairs), 1.3, "times", spread(pairs))
 
