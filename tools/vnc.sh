@@ -23,6 +23,7 @@ serve_over_vnc() {
     done
     [ -n "$number" ] || fail "No X server could be started: $(tail -n 3 "$VNC_FOLDER/xvnc.log")"
     export DISPLAY=:$number
+    export XDG_RUNTIME_DIR=${XDG_RUNTIME_DIR:-$VNC_FOLDER}
     openbox >"$VNC_FOLDER/openbox.log" 2>&1 </dev/null &
     VNC_PROCESSES+=($!)
     say "No display: open 127.0.0.1:$port (or ssh -L $port:127.0.0.1:$port to this machine) in a VNC viewer, password $password"
