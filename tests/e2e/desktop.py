@@ -291,6 +291,7 @@ class Saved:
             lines = file.read().decode("cp1252").split("\r\n")
         number = [0] + [int(lines[i]) if i != 1 else 0 for i in range(10)]
         self.seconds, self.picture, self.level = number[1], lines[1], number[3]
+        self.size = number[4], number[5]  # at which the picture is painted
         self.tile, self.cell, self.unit = number[6], number[7], number[8]
         keys = ("x", "y", "col", "row", "rotation", "id", "mask")
         self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + number[10] + 1]]

@@ -1,0 +1,251 @@
+"""Pictures of every kind: thumbnails and boards against what another decoder makes of the files.
+
+usage: pictures.py PROGRAM SCREENSHOT_FOLDER
+"""
+
+import os
+import shutil
+import struct
+import sys
+import time
+
+from desktop import Failure, Game, Saved, Screen, run, wait_for
+
+PLASMA = ["-seed", "11", "plasma:red-blue"]
+# The mean difference of a colour, 0 to 255, that filters and colour conversions may make; a picture turned or
+# mirrored otherwise is more than 20 apart.
+BOUND = 6.0
+
+
+def exif(mark):
+    """An APP1 segment that holds the orientation mark alone."""
+    tiff = b"II*\0" + struct.pack("<IHHHII", 8, 1, 0x0112, 3, 1, mark) + b"\0\0\0\0"
+    body = b"Exif\0\0" + tiff
+    return b"\xff\xe1" + struct.pack(">H", len(body) + 2) + body
+
+
+def mark_orientation(path, mark):
+    with open(path, "rb") as file:
+        data = file.read()
+    with open(path, "wb") as file:
+        file.write(data[:2] + exif(mark) + data[2:])
+
+
+def bmp(path, width, height, bits, rows, compression=0, palette=b"", masks=b""):
+    offset = 54 + len(palette) + len(masks)
+    with open(path, "wb") as file:
+        file.write(b"BM" + struct.pack("<IHHI", offset + len(rows), 0, 0, offset))
+        file.write(struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, compression, len(rows), 3780, 3780,
+                               len(palette) // 4, 0))
+        file.write(masks + palette + rows)
+
+
+def hand_made(folder):
+    """Bitmaps that the other program does not write: rows from the top down, runs of nibbles, 16 and 32 bits."""
+    width, height = 160, 120
+    colour = lambda x, y: (x * 255 // width, y * 255 // height, (x + y) * 255 // (width + height))
+    rows = [[colour(x, y) for x in range(width)] for y in range(height)]
+    bmp(folder + "/topdown24.bmp", width, -height, 24, b"".join(bytes((b, g, r)) for row in rows for r, g, b in row))
+    bmp(folder + "/bits32.bmp", width, height, 32,
+        b"".join(bytes((b, g, r, 0)) for row in reversed(rows) for r, g, b in row))
+    bmp(folder + "/bits16.bmp", width, height, 16,
+        b"".join(struct.pack("<H", (r >> 3) << 10 | (g >> 3) << 5 | b >> 3) for row in reversed(rows) for r, g, b in row))
+    bmp(folder + "/fields565.bmp", width, height, 16,
+        b"".join(struct.pack("<H", (r >> 3) << 11 | (g >> 2) << 5 | b >> 3) for row in reversed(rows) for r, g, b in row),
+        compression=3, masks=struct.pack("<III", 0xF800, 0x07E0, 0x001F))
+    palette = b"".join(bytes((16 * i, 255 - 16 * i, 128, 0)) for i in range(16))
+    # Runs of 20 nibbles of one colour, eight to a row; an end of line after each.
+    runs = b"".join(bytes((20, (i + y // 10) % 16 * 17)) for y in range(height) for i in range(8))
+    rle4 = b"".join(runs[16 * y:16 * y + 16] + b"\0\0" for y in range(height)) + b"\0\1"
+    bmp(folder + "/runs4.bmp", width, height, 4, rle4, compression=2, palette=palette)
+
+
+def make_pictures(folder):
+    os.makedirs(folder)
+    hand_made(folder)
+    to = lambda name: f"{folder}/{name}"
+    photo = lambda size, *more: run("convert", "-size", size, *PLASMA, *more)
+    photo("640x420", "-quality", "92", to("baseline.jpg"))
+    photo("640x420", "-quality", "92", "-interlace", "JPEG", to("progressive.jpg"))
+    photo("420x640", "-colorspace", "Gray", "-quality", "92", to("grey.jpg"))
+    photo("640x420", "-colorspace", "CMYK", "-quality", "92", to("cmyk.jpg"))
+    for mark in range(1, 9):
+        photo("300x200", "-quality", "92", to(f"mark{mark}.jpg"))
+        mark_orientation(to(f"mark{mark}.jpg"), mark)
+    photo("320x240", "-colors", "200", to("plain.gif"))
+    photo("320x240", "-colors", "200", "-interlace", "GIF", to("interlaced.gif"))
+    run("convert", "-size", "320x240", "plasma:green-yellow", "xc:black", "xc:red", "-loop", "0", to("animated.gif"))
+    run("convert", "-size", "320x240", "xc:navy", "-fill", "orange", "-draw", "circle 160,120 160,20",
+        "-transparent", "navy", to("holes.gif"))
+    photo("320x240", "-monochrome", "BMP3:" + to("bits1.bmp"))
+    photo("320x240", "-colors", "16", "-type", "Palette", "-compress", "None", "BMP3:" + to("bits4.bmp"))
+    photo("320x240", "-colors", "200", "-type", "Palette", "-compress", "None", "BMP3:" + to("bits8.bmp"))
+    photo("320x240", "-colors", "200", "-type", "Palette", "-compress", "RLE", "BMP3:" + to("runs8.bmp"))
+    photo("320x240", "-type", "TrueColor", "BMP3:" + to("bits24.bmp"))
+
+
+def reference(path, width, height):
+    """The picture at that size as the other decoder has it, as bytes."""
+    return run("convert", path + "[0]", "-auto-orient", "-background", "white", "-alpha", "remove", "-alpha", "off",
+               "-colorspace", "sRGB", "-type", "TrueColor", "-filter", "box" if width < 400 else "Triangle",
+               "-resize", f"{width}x{height}!", "-depth", "8", "rgb:-", binary=True)
+
+
+def natural(path):
+    return tuple(map(int, run("convert", path + "[0]", "-auto-orient", "-format", "%w %h", "info:").split()))
+
+
+def apart(pixel, left, top, ref, width, height, bottom):
+    """The mean difference over the rectangle, its border and what lies below `bottom` left out; the best of nine
+    places inside the sheet's frame."""
+    inset, seen = 3, min(height - 3, bottom - top)
+    best = 255.0
+    for dy in (1, 2, 3):
+        for dx in (1, 2, 3):
+            total = count = 0
+            for y in range(inset, seen, 2):
+                for x in range(inset, width - inset, 2):
+                    at = 3 * (y * width + x)
+                    total += sum(abs(a - b) for a, b in zip(pixel(left + dx + x, top + dy + y), ref[at:at + 3]))
+                    count += 3
+            best = min(best, total / count)
+    return best
+
+
+def thumbnail_size(width, height):
+    """Inside 1635 by 1500 twips, touching it on one side."""
+    if width > height and height * 1635 <= 1500 * width:
+        return 1635, 1635 * height / width
+    return 1500 * width / height, 1500
+
+
+def at_rest(screen):
+    before = screen.bytes()
+    for _ in range(40):
+        time.sleep(0.3)
+        now = screen.bytes()
+        if now == before:
+            return screen.pixels()
+        before = now
+    raise Failure("the dialog does not come to rest")
+
+
+def check_thumbnails(game, files, shots, page):
+    screen = game.screen
+    folder = game.folder + "/Imagens"
+    shutil.rmtree(folder, ignore_errors=True)
+    os.makedirs(folder)
+    for file in files:
+        shutil.copy(file, folder)
+    names = os.listdir(folder)  # the file system's own order, as the dialog's
+    dialog = game.new_game(3)
+    screen.move(5, screen.height - 5)
+    time.sleep(0.5)
+    pixel = at_rest(screen)
+    screen.screenshot(f"{shots}/thumbnails-{page}.png")
+    wrong = []
+    bottom = screen.place(dialog)[1] + 3460 // 15 - 5  # the second row is cut off by the sheet's frame
+    for number, name in enumerate(names, 1):
+        w, h = thumbnail_size(*natural(f"{folder}/{name}"))
+        x, y = game.thumbnail(dialog, number)
+        width, height = round(w / 15), round(h / 15)
+        difference = apart(pixel, round(x - w / 30), round(y - h / 30), reference(f"{folder}/{name}", width, height),
+                           width, height, bottom)
+        print(f"thumbnail of {name}: {difference:.1f} of 255")
+        if difference > BOUND:
+            wrong.append(f"{name} by {difference:.1f}")
+    screen.key("alt+F4")
+    screen.gone("Busca Imagens")
+    return wrong
+
+
+def check_board(game, file, shots):
+    """Square pieces lie upright at "Kids A": each shows its cell of the picture."""
+    screen = game.screen
+    folder = game.folder + "/Imagens"
+    shutil.rmtree(folder, ignore_errors=True)
+    os.makedirs(folder)
+    shutil.copy(file, folder)
+    dialog = game.new_game(0)
+    time.sleep(1.0)
+    screen.click(*game.thumbnail(dialog, 1), times=2)
+    screen.gone("Busca Imagens", 60)
+    time.sleep(0.6)
+    saved = Saved(game.save("jogo"))
+    os.remove(game.folder + "/Save/jogo.pzl")
+    pixel = screen.pixels()
+    name = os.path.basename(file)
+    screen.screenshot(f"{shots}/board-{name}.png")
+    cols = 1 + max(p["col"] for p in saved.pieces)
+    rows = 1 + max(p["row"] for p in saved.pieces)
+    painted, (width, height) = reference(file, *saved.size), saved.size
+    left, top = (cols * saved.cell - width) // 2, (rows * saved.cell - height) // 2
+    margin = (saved.tile - saved.cell) // 2
+    total = count = 0
+    shades = []
+    for piece in saved.pieces:
+        x0, y0 = game.to_screen(piece["x"] + margin, piece["y"] + margin)
+        if x0 < 0 or x0 + saved.cell > screen.width - 240 or y0 < game.origin[1] or y0 + saved.cell > screen.height - 240:
+            continue  # not wholly in view, or below the panel
+        for y in range(8, saved.cell - 8, 2):
+            for x in range(8, saved.cell - 8, 2):
+                px, py = piece["col"] * saved.cell + x - left, piece["row"] * saved.cell + y - top
+                if not (2 <= px < width - 2 and 2 <= py < height - 2):
+                    continue
+                seen = pixel(int(x0) + x, int(y0) + y)
+                at = 3 * (py * width + px)
+                total += sum(abs(a - b) for a, b in zip(seen, painted[at:at + 3]))
+                shades.append(seen[1])
+                count += 3
+    if count < 3000:
+        raise Failure(f"{name}: too little of the board is in view")
+    shades.sort()
+    low, high = shades[len(shades) // 10], shades[len(shades) * 9 // 10]
+    print(f"board of {name}: {len(saved.pieces)} pieces, {total / count:.1f} of 255 apart, shades {low} to {high}")
+    return total / count, low, high
+
+
+def check_boards(game, pictures, shots):
+    wrong = []
+    for name in ("progressive.jpg", "cmyk.jpg", "mark6.jpg", "holes.gif", "runs8.bmp", "topdown24.bmp"):
+        difference, _, _ = check_board(game, f"{pictures}/{name}", shots)
+        if difference > BOUND:
+            wrong.append(f"the board of {name} by {difference:.1f}")
+    # A photograph of 24 megapixels: stripes that are still some pixels wide stay sharp, finer ones turn grey.
+    for name, stripe in (("stripes.jpg", 40), ("grain.jpg", 2)):
+        row = (b"\0" * stripe + b"\xff" * stripe) * (6000 // stripe)
+        with open(f"{pictures}/stripes.pgm", "wb") as file:
+            file.write(b"P5 6000 4000 255\n" + row[:6000] * 4000)
+        run("convert", f"{pictures}/stripes.pgm", "-quality", "95", f"{pictures}/{name}")
+        difference, low, high = check_board(game, f"{pictures}/{name}", shots)
+        if name == "stripes.jpg" and (difference > BOUND + 2 or high - low < 220):
+            wrong.append(f"stripes lose their contrast: {low} to {high}, {difference:.1f} apart")
+        if name == "grain.jpg" and high - low > 24:
+            wrong.append(f"fine stripes become grain: {low} to {high}")
+    return wrong
+
+
+def main():
+    program, shots = sys.argv[1], sys.argv[2]
+    os.makedirs(shots, exist_ok=True)
+    with Screen(1366, 768) as screen:
+        game = Game(screen, program)
+        pictures = screen.home + "/pictures"
+        make_pictures(pictures)
+        files = sorted(f"{pictures}/{name}" for name in os.listdir(pictures))
+        game.start()
+        wrong = []
+        for page in range(0, len(files), 8):
+            wrong += check_thumbnails(game, files[page:page + 8], shots, page // 8 + 1)
+        wrong += check_boards(game, pictures, shots)
+        game.end()
+    if wrong:
+        raise Failure("differ from the reference: " + "; ".join(wrong))
+    print(f"{len(files)} thumbnails and 8 boards look as they should")
+
+
+if __name__ == "__main__":
+    try:
+        main()
+    except Failure as failure:
+        sys.exit(f"pictures: {failure}")
