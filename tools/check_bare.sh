@@ -88,8 +88,7 @@ play_inside() {
 
 bad=0
 inside check ./check || bad=1
-command=$([ -f play ] && echo ./play || echo "bash tools/play.sh")
-play_inside play "$command" || bad=1
+play_inside play ./play || bad=1
 inside play-again "time (. tools/packages.sh; need BUILD RUN VNC; build_preset release)" || bad=1
 inside package "bash tools/check_package.sh && apt-get install -y -qq -o Dpkg::Use-Pty=0 --no-install-recommends ./build/package/*.deb" || bad=1
 play_inside installed ". tools/packages.sh; . tools/vnc.sh; serve_over_vnc /usr/games/fento-lira-master" || bad=1

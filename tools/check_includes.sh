@@ -3,9 +3,8 @@
 # rules and services don't know windows.
 set -u
 cd "$(dirname "$0")/.." || exit 1
-[ ! -d src/core ] || cd src || exit 1
-top=.
-[ -d tests ] || top=..
+cd src || exit 1
+top=..
 bad=0
 
 # forbid "REASON" "PATTERN of an include" FILES...
