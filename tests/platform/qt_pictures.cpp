@@ -182,6 +182,46 @@ TEST(Pictures, ASizeBeyondTheMemoryOfTheProgramIsRefused) {
     }
 }
 
+TEST(Pictures, APhotographInSeveralPassesIsReadUnlessItsPassesWouldFillTheMemory) {
+    const ScratchFolder folder;
+    QImageWriter writer(QString::fromStdString(folder.File("p.jpg")), "jpeg");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(Quarters(90, 70)));
+    EXPECT_TRUE(ReadPicture(folder.File("p.jpg"), {0, 0}));
+    // The headers of square photographs in three colours of the same fineness; one pass for all colours, or for one.
+    const auto square = [&](const char* kind, const char* side, const std::string& pass) {
+        return ReadPictureSize(
+            folder.Write("square.jpg", std::string("\xFF\xD8\xFF") + kind + std::string("\0\x11\x08", 3) + side + side +
+                                           std::string("\3\1\x11\0\2\x11\0\3\x11\0\xFF\xDA", 12) + pass));
+    };
+    const std::string all("\0\x0C\3\1\0\2\0\3\0\0\x3F\0", 12), one("\0\x08\1\1\0\0\x3F\0", 8);
+    EXPECT_TRUE(square("\xC0", "\x75\x30", all));  // 30000 pixels, row by row
+    EXPECT_FALSE(square("\xC0", "\x75\x30", one));
+    EXPECT_FALSE(square("\xC2", "\x75\x30", all));  // progressive
+    EXPECT_TRUE(square("\xC2", "\x15\x30", all));   // 5424 pixels
+}
+
+TEST(Pictures, ALargePictureThatIsNotAJpegIsReducedToWhatSuffices) {
+    const ScratchFolder folder;
+    const int width = 4803, height = 3502;
+    std::string rows(size_t(4803 * 3 + 3), '\0');
+    for (int x = 0; x < width; ++x)
+        for (int c = 0; c < 3; ++c) rows[size_t(3 * x + c)] = char(c == 0 ? x * 255 / width : x % 2 * 200);
+    std::string all;
+    for (int y = 0; y < height; ++y) all.append(rows, 0, size_t(4803 * 3 + 3) / 4 * 4);
+    const std::string path = folder.Write("large.bmp", Bmp(width, height, all));
+    const std::optional<Picture> picture = ReadPicture(path, {400, 300});
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(picture->Natural, (Size{width, height}));
+    EXPECT_EQ(picture->Image.Bounds(), (Rect{0, 0, 437, 319}));  // by eleven
+    for (const int x : {0, 200, 435}) {
+        const Pixel seen = picture->Image.At(x, 150);
+        EXPECT_NEAR(int(seen & 255), (11 * x + 5) * 255 / width, 2) << x;
+        EXPECT_NEAR(int(seen >> 8 & 255), 100, 10) << x;  // stripes of one pixel: their mean
+    }
+    EXPECT_EQ(ReadPicture(path, {3000, 300})->Image.Width(), width);
+}
+
 TEST(Pictures, AFileNameIsItsBytes) {
     const ScratchFolder folder;
     const std::string path = folder.Write("foto \xE7\xFF.bmp", Bmp(1, 1, std::string("\x01\x02\x03\0", 4)));

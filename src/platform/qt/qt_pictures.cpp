@@ -19,7 +19,9 @@
 
 namespace {
 
-constexpr int64_t LargestImage = 400ll << 20;  // bytes that one decoded picture may take
+constexpr int64_t LargestImage = 400ll << 20;         // bytes that one decoded picture may take
+constexpr int64_t LargestCoefficients = 320ll << 20;  // bytes that a JPEG may take that is not decoded row by row
+constexpr int64_t ReducedFrom = 16'000'000;           // pixels from which a picture is reduced while it is taken over
 
 // By its bytes, and never waiting: a FIFO under a picture's name must not hold the program up.
 bool OpenRegular(QFile& file, const std::string& path) {
@@ -47,6 +49,47 @@ const char* FormatOf(QFile& file) {
     return nullptr;
 }
 
+int Big16(const QByteArray& bytes, qsizetype at) { return uint8_t(bytes[at]) << 8 | uint8_t(bytes[at + 1]); }
+
+// Bytes of the coefficients that the decoder of a JPEG keeps in memory, whatever size it is asked for: all of them
+// where the picture comes in several passes (progressive, or one colour after the other), else none. Reads on from
+// the file's start up to the first pass.
+int64_t CoefficientBytes(QFile& file) {
+    int64_t bytes = 0;
+    int colours = 0;
+    bool progressive = false;
+    for (qint64 at = 2; file.seek(at);) {
+        const QByteArray head = file.read(4);
+        if (head.size() < 4 || uint8_t(head[0]) != 0xFF) return 0;
+        const int marker = uint8_t(head[1]);
+        if (marker == 0xFF) {  // fill before a marker
+            ++at;
+            continue;
+        }
+        const QByteArray body = file.read(std::max(0, Big16(head, 2) - 2));
+        at += 2 + Big16(head, 2);
+        const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        if (frame && body.size() >= 6) {
+            progressive = marker == 0xC2 || marker == 0xC6 || marker == 0xCA || marker == 0xCE;
+            colours = uint8_t(body[5]);
+            if (body.size() < 6 + 3 * colours) return 0;
+            int across = 1, down = 1;
+            for (int i = 0; i < colours; ++i) {
+                across = std::max(across, uint8_t(body[7 + 3 * i]) >> 4);
+                down = std::max(down, uint8_t(body[7 + 3 * i]) & 15);
+            }
+            const int64_t unitsAcross = Big16(body, 3) / (8 * across) + 1, unitsDown = Big16(body, 1) / (8 * down) + 1;
+            bytes = 0;
+            for (int i = 0; i < colours; ++i)
+                bytes +=
+                    unitsAcross * unitsDown * (uint8_t(body[7 + 3 * i]) >> 4) * (uint8_t(body[7 + 3 * i]) & 15) * 128;
+        } else if (marker == 0xDA) {
+            return progressive || (!body.isEmpty() && uint8_t(body[0]) < colours) ? bytes : 0;
+        }
+    }
+    return 0;
+}
+
 // One open picture file, its header read.
 class PictureFile {
 public:
@@ -60,6 +103,11 @@ public:
         if (!OpenRegular(file_, path)) return;
         format_ = FormatOf(file_);
         if (!format_) return;
+        if (Jpeg() && CoefficientBytes(file_) > LargestCoefficients) {
+            format_ = nullptr;
+            return;
+        }
+        file_.seek(0);
         reader_.setAutoDetectImageFormat(false);
         reader_.setFormat(format_);
         reader_.setDevice(&file_);
@@ -76,8 +124,7 @@ public:
     // The picture at a resolution that suffices for `atLeast`; a null image if that is too much or
     // the file is no picture.
     QImage Read(Size atLeast) {
-        const bool scalable = std::strcmp(format_, "jpeg") == 0;
-        const int eighths = scalable ? EighthsFor(Turned(atLeast)) : 8;
+        const int eighths = Jpeg() ? EighthsFor(Turned(atLeast)) : 8;
         if (eighths == 0 || (eighths == 8 && !Affordable(stored_))) return {};
         if (eighths < 8) {
             const Size part = Part(eighths);
@@ -87,6 +134,8 @@ public:
     }
 
 private:
+    bool Jpeg() const { return std::strcmp(format_, "jpeg") == 0; }
+
     Size Turned(Size size) const { return turned_ ? Size{size.height, size.width} : size; }
 
     Size Part(int eighths) const {
@@ -138,6 +187,39 @@ Surface ToSurface(const QImage& image) {
     return surface;
 }
 
+// The picture with each square of `side` pixels made one. Goes by bands, so that a large picture is never in memory
+// twice.
+Surface Reduced(const QImage& image, int side) {
+    Surface surface((image.width() + side - 1) / side, (image.height() + side - 1) / side);
+    Pixel* out = surface.DrawAll();
+    for (int top = 0; top < image.height(); top += side) {
+        const int rows = std::min(side, image.height() - top);
+        const QImage band = OverWhite(image.copy(0, top, image.width(), rows));
+        for (int left = 0; left < image.width(); left += side) {
+            const int columns = std::min(side, image.width() - left);
+            uint32_t red = 0, green = 0, blue = 0;
+            for (int y = 0; y < rows; ++y) {
+                const auto* row = reinterpret_cast<const Pixel*>(band.constScanLine(y)) + left;
+                for (int x = 0; x < columns; ++x) {
+                    red += row[x] >> 16 & 255;
+                    green += row[x] >> 8 & 255;
+                    blue += row[x] & 255;
+                }
+            }
+            const uint32_t count = uint32_t(rows * columns);
+            const auto mean = [count](uint32_t sum) { return (sum + count / 2) / count; };
+            *out++ = OpaqueBits | mean(red) << 16 | mean(green) << 8 | mean(blue);
+        }
+    }
+    return surface;
+}
+
+// How many pixels of a picture may become one: more than one only where there are many and fewer suffice.
+int Reduction(Size size, Size atLeast) {
+    if (int64_t(size.width) * size.height < ReducedFrom || atLeast.width <= 0 || atLeast.height <= 0) return 1;
+    return std::clamp(std::min(size.width / atLeast.width, size.height / atLeast.height), 1, 64);
+}
+
 }  // namespace
 
 std::optional<Size> QtDesktop::PictureSize(const std::string& path) { return ReadPictureSize(path); }
@@ -157,10 +239,9 @@ std::optional<Picture> ReadPicture(const std::string& path, Size atLeast) {
     if (!file.Valid()) return std::nullopt;
     const QImage image = file.Read(atLeast);
     if (image.isNull()) return std::nullopt;
-    const QImage flat = OverWhite(image);
-    if (flat.isNull()) return std::nullopt;
+    const int side = Reduction({image.width(), image.height()}, atLeast);
     Picture picture;
     picture.Natural = file.Upright();
-    picture.Image = ToSurface(flat);
+    picture.Image = side > 1 ? Reduced(image, side) : ToSurface(OverWhite(image));
     return picture;
 }
