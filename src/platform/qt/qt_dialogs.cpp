@@ -103,7 +103,8 @@ std::optional<std::string> QtDesktop::FileDialog(const FileDialogRequest& reques
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // A name that does not exist may be typed in either; what becomes of it is the game's matter.
+    dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setWindowTitle(!request.title.empty() ? ToText(request.title) : request.save ? "Salvar como" : "Abrir");
     dialog.setLabelText(QFileDialog::LookIn, "Pasta:");
     dialog.setLabelText(QFileDialog::FileName, "&Nome do arquivo:");
