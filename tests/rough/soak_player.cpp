@@ -62,6 +62,7 @@ Soak::Soak(uint32_t seed, bool verbose)
     desktop_.modalEvents = [this] { return Any(12); };
     desktop_.beforeAnswer = [this] {
         Note("an answer is awaited");
+        Require(*this, PickedPiece == -1, "a piece is held while a question is open");
         desktop_.Advance(Any(3));
         CheckState(false);
     };
@@ -309,6 +310,7 @@ void Soak::Exit() {
 void Soak::ActOnDialog(Form& form) {
     if (!form.IsShown()) return;
     Note("in " + form.Name());
+    Require(*this, PickedPiece == -1, "a piece is held while a dialog is open");
     if (Chance(10)) desktop_.Advance(Any(3));
     if (Chance(5)) return form.DeliverClose();
     if (auto* thumbs = dynamic_cast<frmThumbs*>(&form)) return ActOnThumbs(*thumbs);
