@@ -12,7 +12,7 @@ hits() {  # hits "REASON" PATTERN [git grep options and paths]
     bad=1
 }
 hits "Unfinished" -e '\b(TODO|FIXME|XXX|HACK)\b' -- . "$self"
-hits "Speaks of a paper instead of the program" -iw -e 'spec|specs|specification|the original program|helper session' -- . "$self"
+hits "Speaks of a paper instead of the program" -iw -e 'spe[c]|spe[c]s|spe[c]ification|the original program|helper sessio[n]' -- . "$self"
 hits "Counts paragraphs of a paper" -e '\bParts? [1-4]\.[0-9]' -- . "$self"
 hits "Tabs in sources" -P -e '\t' -- '*.h' '*.cpp' '*.txt' '*.cmake'
 hits "Blanks at a line's end" -e '[[:blank:]]+$' -- '*.h' '*.cpp' '*.sh' '*.cmake' '*.py'
