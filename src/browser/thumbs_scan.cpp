@@ -58,7 +58,10 @@ void ThumbsCtl::ScanPath(std::string& Path) {
             if (float(SteadySeconds() - start) >= SecondsBeforeWaitLabel) waitLabel_.SetVisible(true);
         }
         name = NextEntry();
-        DoEvents();
+        if (name && IsPictureName(*name))
+            DoEventsDecoding(Path + *name, BoxPixels);
+        else
+            DoEvents();
     }
     waitLabel_.SetVisible(false);
 }

@@ -17,6 +17,13 @@ std::optional<Size> PictureSize(const std::string& path) {
     return TheDesktop().PictureSize(path);
 }
 
+void DoEventsDecoding(const std::string& path, Size atLeast) {
+    if (MayBeOpened(path))
+        TheDesktop().DoEventsDecoding(path, atLeast);
+    else
+        DoEvents();
+}
+
 std::optional<Picture> LoadPicture(const std::string& path, Size atLeast) {
     if (!MayBeOpened(path)) return std::nullopt;
     return TheDesktop().DecodePicture(path, atLeast);

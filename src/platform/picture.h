@@ -27,6 +27,10 @@ inline constexpr double HimetricPerPixel = 2540.0 / 96.0;
 // Nothing if the file cannot be read or decoded.
 [[nodiscard]] std::optional<Picture> LoadPicture(const std::string& path, Size atLeast = {0, 0});
 
+// Yields as DoEvents does, until the picture that LoadPicture will be asked for next is ready: the player is answered
+// while a large one is decoded.
+void DoEventsDecoding(const std::string& path, Size atLeast);
+
 // Stretches `image` over the rectangle of `dest`, clipped: area averaging where it
 // becomes smaller, smooth interpolation where it becomes larger, a plain copy at its
 // own size.

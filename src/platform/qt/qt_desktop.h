@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QString>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -59,6 +60,7 @@ public:
 
     std::optional<Size> PictureSize(const std::string& path) override;
     std::optional<Picture> DecodePicture(const std::string& path, Size atLeast) override;
+    void DoEventsDecoding(const std::string& path, Size atLeast) override;
     std::vector<DriveListBox::Volume> Volumes() override;
     std::string ProgramPath() override;
 
@@ -74,6 +76,7 @@ private:
         const Form* form;
         QEventLoop* loop;
     };
+    struct Decoding;  // a picture that a thread of its own decodes
     // Runs `dialog` over the active window, which keeps its style sheet to itself.
     int RunDialog(QDialog& dialog);
     void ShowWindow(FormWindow& window, bool modal);
@@ -84,6 +87,7 @@ private:
     const Form* active_ = nullptr;  // the form that was told last that it is active
     int discarding_ = 0;            // yields under way in which input is thrown away
     double lastFrame_ = 0;
+    std::shared_ptr<Decoding> decoded_;  // ready, not yet asked for
     QString skin_;
     QtSound sound_;
 };

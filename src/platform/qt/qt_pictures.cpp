@@ -1,11 +1,14 @@
 // Picture files: BMP, GIF and JPG, known by their content.
+#include <QCoreApplication>
 #include <QFile>
 #include <QImage>
 #include <QImageReader>
 #include <QLoggingCategory>
 #include <QPainter>
+#include <atomic>
 #include <climits>
 #include <cstring>
+#include <thread>
 
 #include "platform/picture.h"
 #include "platform/qt/qt_desktop.h"
@@ -224,7 +227,34 @@ int Reduction(Size size, Size atLeast) {
 
 std::optional<Size> QtDesktop::PictureSize(const std::string& path) { return ReadPictureSize(path); }
 
+struct QtDesktop::Decoding {
+    const std::string path;
+    const Size atLeast;
+    std::optional<Picture> picture;
+    std::atomic<bool> ready = false;
+};
+
+// The thread and the loop below share the record alone. Whatever the events bring, another scan with its own decoding
+// among it, the loop ends when its picture is ready.
+void QtDesktop::DoEventsDecoding(const std::string& path, Size atLeast) {
+    decoded_ = nullptr;
+    const auto decoding = std::make_shared<Decoding>(path, atLeast);
+    std::thread thread([this, decoding] {
+        decoding->picture = ReadPicture(decoding->path, decoding->atLeast);
+        decoding->ready = true;
+        QMetaObject::invokeMethod(
+            this, [] {}, Qt::QueuedConnection);  // wakes the loop
+    });
+    while (!decoding->ready) QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    thread.join();
+    DoEvents(Yield::Everything);
+    decoded_ = decoding;
+}
+
 std::optional<Picture> QtDesktop::DecodePicture(const std::string& path, Size atLeast) {
+    const std::shared_ptr<Decoding> ready = std::move(decoded_);
+    decoded_ = nullptr;
+    if (ready && ready->path == path && ready->atLeast == atLeast) return std::move(ready->picture);
     return ReadPicture(path, atLeast);
 }
 
