@@ -18,7 +18,7 @@ from waves import find, references, rough_likeness  # noqa: E402
 
 HEARD_WITHIN = 0.030  # from the press to the sink
 PRESSES = 15
-GAMES = 5  # that may be played until one is heard without gaps
+GAMES = 8  # that may be played until one is heard without gaps
 
 
 class Dropout(Failure):
