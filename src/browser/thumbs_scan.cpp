@@ -40,9 +40,10 @@ bool IsPictureName(const std::string& name) {
 }  // namespace
 
 // Adds every picture of the folder. Each turn of the loop yields twice, in AddItem and at
-// its end: the player may select, start a game, close the dialog (both make ThumbsOpen
-// false) or change the folder meanwhile. A new scan takes the one listing over and runs
-// to its end within the yield; this one then has nothing left to read.
+// its end, there for as long as the next picture takes to decode: the player may select,
+// start a game, close the dialog (both make ThumbsOpen false) or change the folder
+// meanwhile. A new scan takes the one listing over and runs to its end within the yield;
+// this one then has nothing left to read.
 void ThumbsCtl::ScanPath(std::string& Path) {
     if (Path.empty() || Path.back() != PathSeparator) Path += PathSeparator;
     // The clock is read from the start of the scan, so that 32-bit floats hold its fractions.
@@ -50,8 +51,9 @@ void ThumbsCtl::ScanPath(std::string& Path) {
     std::optional<std::string> name = FirstEntry(Path);
     const uint64_t listing = ListingNumber();
     const auto overtaken = [listing] { return ListingNumber() != listing; };
+    const auto goesOn = [&overtaken] { return PuzzleModule::ThumbsOpen && !overtaken(); };
 
-    while (name && !name->empty() && PuzzleModule::ThumbsOpen && !overtaken()) {
+    while (name && !name->empty() && goesOn()) {
         if (*name != "." && *name != ".." && IsPictureName(*name)) {
             AddItem(Path + *name);
             if (overtaken()) break;
@@ -59,7 +61,7 @@ void ThumbsCtl::ScanPath(std::string& Path) {
         }
         name = NextEntry();
         if (name && IsPictureName(*name))
-            DoEventsDecoding(Path + *name, BoxPixels);
+            DoEventsDecoding(Path + *name, BoxPixels, goesOn);
         else
             DoEvents();
     }

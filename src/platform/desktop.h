@@ -2,6 +2,7 @@
 // first form; the free functions below speak to it in the game's vocabulary.
 #pragma once
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -89,8 +90,12 @@ public:
     // Pictures; the caller has made sure that the file is a regular one.
     virtual std::optional<Size> PictureSize(const std::string& path) = 0;
     virtual std::optional<Picture> DecodePicture(const std::string& path, Size atLeast) = 0;
-    // A yield in which the desktop may decode that picture beside the events; DecodePicture then has it at once.
-    virtual void DoEventsDecoding(const std::string& /*path*/, Size /*atLeast*/) { DoEvents(Yield::Everything); }
+    // A yield in which the desktop may decode that picture between the events, as long as it is `wanted`;
+    // DecodePicture then has it at once.
+    virtual void DoEventsDecoding(const std::string& /*path*/, Size /*atLeast*/,
+                                  const std::function<bool()>& /*wanted*/) {
+        DoEvents(Yield::Everything);
+    }
 
     virtual std::vector<DriveListBox::Volume> Volumes() = 0;
     virtual std::string ProgramPath() = 0;  // full path of the program's file

@@ -17,9 +17,9 @@ std::optional<Size> PictureSize(const std::string& path) {
     return TheDesktop().PictureSize(path);
 }
 
-void DoEventsDecoding(const std::string& path, Size atLeast) {
+void DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted) {
     if (MayBeOpened(path))
-        TheDesktop().DoEventsDecoding(path, atLeast);
+        TheDesktop().DoEventsDecoding(path, atLeast, wanted);
     else
         DoEvents();
 }

@@ -1,5 +1,6 @@
 // Pictures decoded from files, and painting them onto surfaces.
 #pragma once
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -27,9 +28,9 @@ inline constexpr double HimetricPerPixel = 2540.0 / 96.0;
 // Nothing if the file cannot be read or decoded.
 [[nodiscard]] std::optional<Picture> LoadPicture(const std::string& path, Size atLeast = {0, 0});
 
-// Yields as DoEvents does, until the picture that LoadPicture will be asked for next is ready: the player is answered
-// while a large one is decoded.
-void DoEventsDecoding(const std::string& path, Size atLeast);
+// Yields as DoEvents does, again and again until the picture that LoadPicture will be asked for next is decoded: the
+// player is answered however large it is. Once `wanted` says no after an event, the picture is given up.
+void DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted = {});
 
 // Stretches `image` over the rectangle of `dest`, clipped: area averaging where it
 // becomes smaller, smooth interpolation where it becomes larger, a plain copy at its

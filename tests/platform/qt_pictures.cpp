@@ -5,8 +5,6 @@
 #include <QImage>
 #include <QImageReader>
 #include <QImageWriter>
-#include <QTimer>
-#include <filesystem>
 #include <random>
 
 #include "platform/qt/qt_pictures.h"
@@ -222,28 +220,6 @@ TEST(Pictures, ALargePictureThatIsNotAJpegIsReducedToWhatSuffices) {
         EXPECT_NEAR(int(seen >> 8 & 255), 100, 10) << x;  // stripes of one pixel: their mean
     }
     EXPECT_EQ(ReadPicture(path, {3000, 300})->Image.Width(), width);
-}
-
-TEST(Pictures, WhatWasDecodedDuringAYieldIsThereOnceAndForThatSizeOnly) {
-    QtFixture fixture;
-    const ScratchFolder folder;
-    const std::string path = folder.Write("p.bmp", Bmp(1, 1, std::string("\x01\x02\x03\0", 4)));
-    bool answered = false;
-    QTimer::singleShot(0, [&answered] { answered = true; });
-    DoEventsDecoding(path, {10, 10});
-    EXPECT_TRUE(answered);
-    ASSERT_TRUE(std::filesystem::remove(path));
-    const std::optional<Picture> picture = LoadPicture(path, {10, 10});
-    ASSERT_TRUE(picture);
-    EXPECT_EQ(picture->Image.At(0, 0), 0xFF030201u);
-    EXPECT_FALSE(LoadPicture(path, {10, 10}));
-    // Another scan in the middle of the first one's yield.
-    folder.Write("p.bmp", Bmp(1, 1, std::string("\x01\x02\x03\0", 4)));
-    const std::string other = folder.Write("q.bmp", Bmp(1, 1, std::string("\x11\x12\x13\0", 4)));
-    QTimer::singleShot(0, [&other] { DoEventsDecoding(other, {10, 10}); });
-    DoEventsDecoding(path, {10, 10});
-    EXPECT_EQ(LoadPicture(path, {20, 10})->Image.At(0, 0), 0xFF030201u);
-    EXPECT_EQ(LoadPicture(other, {10, 10})->Image.At(0, 0), 0xFF131211u);
 }
 
 TEST(Pictures, AFileNameIsItsBytes) {

@@ -111,7 +111,7 @@ void QtDesktop::RunModal(Form& form) {
     ShowWindow(*window, true);
     if (form.IsShown()) loop.exec();
     std::erase_if(modal_, [&](const ModalLoop& entry) { return entry.loop == &loop; });
-    decoded_ = nullptr;
+    decoded_.reset();
 }
 
 // The loop of a form that is hidden from deep inside ends when the stack has unwound to it.

@@ -10,8 +10,10 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/desktop.h"
@@ -60,7 +62,7 @@ public:
 
     std::optional<Size> PictureSize(const std::string& path) override;
     std::optional<Picture> DecodePicture(const std::string& path, Size atLeast) override;
-    void DoEventsDecoding(const std::string& path, Size atLeast) override;
+    void DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted) override;
     std::vector<DriveListBox::Volume> Volumes() override;
     std::string ProgramPath() override;
 
@@ -76,7 +78,11 @@ private:
         const Form* form;
         QEventLoop* loop;
     };
-    struct Decoding;  // a picture that a thread of its own decodes
+    struct Decoded {
+        std::string path;
+        Size atLeast;
+        std::optional<Picture> picture;
+    };
     // Runs `dialog` over the active window, which keeps its style sheet to itself.
     int RunDialog(QDialog& dialog);
     void ShowWindow(FormWindow& window, bool modal);
@@ -87,7 +93,7 @@ private:
     const Form* active_ = nullptr;  // the form that was told last that it is active
     int discarding_ = 0;            // yields under way in which input is thrown away
     double lastFrame_ = 0;
-    std::shared_ptr<Decoding> decoded_;  // ready, not yet asked for
+    std::optional<Decoded> decoded_;  // during a yield, not yet asked for
     QString skin_;
     QtSound sound_;
 };

@@ -4,13 +4,11 @@
 #include <QImage>
 #include <QImageReader>
 #include <QLoggingCategory>
-#include <QPainter>
-#include <atomic>
 #include <climits>
 #include <cstring>
-#include <thread>
 
 #include "platform/picture.h"
+#include "platform/qt/bmp_bands.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_pictures.h"
 
@@ -24,7 +22,6 @@ namespace {
 
 constexpr int64_t LargestImage = 400ll << 20;         // bytes that one decoded picture may take
 constexpr int64_t LargestCoefficients = 320ll << 20;  // bytes that a JPEG may take that is not decoded row by row
-constexpr int64_t ReducedFrom = 16'000'000;           // pixels from which a picture is reduced while it is taken over
 
 // By its bytes, and never waiting: a FIFO under a picture's name must not hold the program up.
 bool OpenRegular(QFile& file, const std::string& path) {
@@ -44,7 +41,7 @@ bool OpenRegular(QFile& file, const std::string& path) {
 }
 
 // The three formats by their first bytes; what is behind another name counts for nothing.
-const char* FormatOf(QFile& file) {
+const char* FormatOf(QIODevice& file) {
     const QByteArray begin = file.peek(6);
     if (begin.startsWith("BM")) return "bmp";
     if (begin == "GIF87a" || begin == "GIF89a") return "gif";
@@ -57,7 +54,7 @@ int Big16(const QByteArray& bytes, qsizetype at) { return uint8_t(bytes[at]) << 
 // Bytes of the coefficients that the decoder of a JPEG keeps in memory, whatever size it is asked for: all of them
 // where the picture comes in several passes (progressive, or one colour after the other), else none. Reads on from
 // the file's start up to the first pass.
-int64_t CoefficientBytes(QFile& file) {
+int64_t CoefficientBytes(QIODevice& file) {
     int64_t bytes = 0;
     int colours = 0;
     bool progressive = false;
@@ -96,7 +93,7 @@ int64_t CoefficientBytes(QFile& file) {
 // One open picture file, its header read.
 class PictureFile {
 public:
-    explicit PictureFile(const std::string& path) {
+    PictureFile(const std::string& path, Pace& pace) : device_(file_, pace), pace_(pace) {
         static const bool once = [] {
             QLoggingCategory::setFilterRules("qt.gui.imageio*=false");
             QImageReader::setAllocationLimit(1024);
@@ -104,16 +101,16 @@ public:
         }();
         (void)once;
         if (!OpenRegular(file_, path)) return;
-        format_ = FormatOf(file_);
+        format_ = FormatOf(device_);
         if (!format_) return;
-        if (Jpeg() && CoefficientBytes(file_) > LargestCoefficients) {
+        if (Jpeg() && CoefficientBytes(device_) > LargestCoefficients) {
             format_ = nullptr;
             return;
         }
-        file_.seek(0);
+        device_.seek(0);
         reader_.setAutoDetectImageFormat(false);
         reader_.setFormat(format_);
-        reader_.setDevice(&file_);
+        reader_.setDevice(&device_);
         reader_.setAutoTransform(true);
         const QSize size = reader_.size();
         // Rows from the top down count negative; both sides do if there is no size.
@@ -124,9 +121,30 @@ public:
     bool Valid() const { return format_ && stored_.width > 0 && stored_.height > 0; }
     Size Upright() const { return Turned(stored_); }
 
-    // The picture at a resolution that suffices for `atLeast`; a null image if that is too much or
-    // the file is no picture.
-    QImage Read(Size atLeast) {
+    // The picture at a resolution that suffices for `atLeast`. Nothing if that is too much, the file is no picture, or
+    // nobody wants it any more.
+    std::optional<Surface> Read(Size atLeast, int64_t reducedFrom) {
+        device_.BeginPauses();
+        if (const int side = Reduction(stored_, atLeast, reducedFrom); Bmp() && side > 1 && Affordable(stored_)) {
+            const qint64 place = device_.pos();  // where the reader left off
+            if (std::optional<BmpBands> bands = BmpBands::In(device_)) {
+                const auto rows = [&bands](int top, int count) { return bands->Rows(top, count); };
+                return Reduced(stored_, side, rows, pace_);
+            }
+            device_.seek(place);
+        }
+        const QImage image = Decoded(atLeast);
+        if (image.isNull()) return std::nullopt;
+        const Size size{image.width(), image.height()};
+        const auto rows = [&image](int top, int count) { return image.copy(0, top, image.width(), count); };
+        return Reduced(size, Reduction(size, atLeast, reducedFrom), rows, pace_);
+    }
+
+private:
+    bool Jpeg() const { return std::strcmp(format_, "jpeg") == 0; }
+    bool Bmp() const { return std::strcmp(format_, "bmp") == 0; }
+
+    QImage Decoded(Size atLeast) {
         const int eighths = Jpeg() ? EighthsFor(Turned(atLeast)) : 8;
         if (eighths == 0 || (eighths == 8 && !Affordable(stored_))) return {};
         if (eighths < 8) {
@@ -135,9 +153,6 @@ public:
         }
         return reader_.read();
     }
-
-private:
-    bool Jpeg() const { return std::strcmp(format_, "jpeg") == 0; }
 
     Size Turned(Size size) const { return turned_ ? Size{size.height, size.width} : size; }
 
@@ -164,114 +179,55 @@ private:
     }
 
     QFile file_;
+    PacedFile device_;
+    Pace& pace_;
     QImageReader reader_;
     const char* format_ = nullptr;
     Size stored_;
     bool turned_ = false;
 };
 
-// Opaque pixels in the game's order, what is transparent over white.
-QImage OverWhite(const QImage& image) {
-    if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB32);
-    QImage flat(image.size(), QImage::Format_RGB32);
-    flat.fill(Qt::white);
-    QPainter painter(&flat);
-    painter.drawImage(0, 0, image);
-    return flat;
-}
-
-Surface ToSurface(const QImage& image) {
-    Surface surface(image.width(), image.height());
-    Pixel* out = surface.DrawAll();
-    for (int y = 0; y < image.height(); ++y) {
-        const auto* row = reinterpret_cast<const Pixel*>(image.constScanLine(y));
-        for (int x = 0; x < image.width(); ++x) *out++ = row[x] | OpaqueBits;
-    }
-    return surface;
-}
-
-// The picture with each square of `side` pixels made one. Goes by bands, so that a large picture is never in memory
-// twice.
-Surface Reduced(const QImage& image, int side) {
-    Surface surface((image.width() + side - 1) / side, (image.height() + side - 1) / side);
-    Pixel* out = surface.DrawAll();
-    for (int top = 0; top < image.height(); top += side) {
-        const int rows = std::min(side, image.height() - top);
-        const QImage band = OverWhite(image.copy(0, top, image.width(), rows));
-        for (int left = 0; left < image.width(); left += side) {
-            const int columns = std::min(side, image.width() - left);
-            uint32_t red = 0, green = 0, blue = 0;
-            for (int y = 0; y < rows; ++y) {
-                const auto* row = reinterpret_cast<const Pixel*>(band.constScanLine(y)) + left;
-                for (int x = 0; x < columns; ++x) {
-                    red += row[x] >> 16 & 255;
-                    green += row[x] >> 8 & 255;
-                    blue += row[x] & 255;
-                }
-            }
-            const uint32_t count = uint32_t(rows * columns);
-            const auto mean = [count](uint32_t sum) { return (sum + count / 2) / count; };
-            *out++ = OpaqueBits | mean(red) << 16 | mean(green) << 8 | mean(blue);
-        }
-    }
-    return surface;
-}
-
-// How many pixels of a picture may become one: more than one only where there are many and fewer suffice.
-int Reduction(Size size, Size atLeast) {
-    if (int64_t(size.width) * size.height < ReducedFrom || atLeast.width <= 0 || atLeast.height <= 0) return 1;
-    return std::clamp(std::min(size.width / atLeast.width, size.height / atLeast.height), 1, 64);
-}
-
 }  // namespace
 
 std::optional<Size> QtDesktop::PictureSize(const std::string& path) { return ReadPictureSize(path); }
 
-struct QtDesktop::Decoding {
-    const std::string path;
-    const Size atLeast;
-    std::optional<Picture> picture;
-    std::atomic<bool> ready = false;
-};
-
-// The thread and the loop below share the record alone. Whatever the events bring, another scan with its own decoding
-// among it, the loop ends when its picture is ready.
-void QtDesktop::DoEventsDecoding(const std::string& path, Size atLeast) {
-    decoded_ = nullptr;
-    const auto decoding = std::make_shared<Decoding>(path, atLeast);
-    std::thread thread([this, decoding] {
-        decoding->picture = ReadPicture(decoding->path, decoding->atLeast);
-        decoding->ready = true;
-        QMetaObject::invokeMethod(
-            this, [] {}, Qt::QueuedConnection);  // wakes the loop
+// The decoding lets the events in as it goes. They may bring anything, another scan with its own decoding among it:
+// everything of this one stands on the stack, and it goes on when they are through.
+void QtDesktop::DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted) {
+    decoded_.reset();
+    Pace pace([&wanted] {
+        QCoreApplication::processEvents();
+        return !wanted || wanted();
     });
-    while (!decoding->ready) QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    thread.join();
+    std::optional<Picture> picture = ReadPicture(path, atLeast, pace);
     DoEvents(Yield::Everything);
-    decoded_ = decoding;
+    decoded_.reset();
+    if (!wanted || wanted()) decoded_ = Decoded{path, atLeast, std::move(picture)};
 }
 
 std::optional<Picture> QtDesktop::DecodePicture(const std::string& path, Size atLeast) {
-    const std::shared_ptr<Decoding> ready = std::move(decoded_);
-    decoded_ = nullptr;
+    std::optional<Decoded> ready = std::move(decoded_);
+    decoded_.reset();
     if (ready && ready->path == path && ready->atLeast == atLeast) return std::move(ready->picture);
     return ReadPicture(path, atLeast);
 }
 
 std::optional<Size> ReadPictureSize(const std::string& path) {
-    const PictureFile file(path);
+    Pace none;
+    const PictureFile file(path, none);
     if (!file.Valid()) return std::nullopt;
     return file.Upright();
 }
 
 std::optional<Picture> ReadPicture(const std::string& path, Size atLeast) {
-    PictureFile file(path);
+    Pace none;
+    return ReadPicture(path, atLeast, none);
+}
+
+std::optional<Picture> ReadPicture(const std::string& path, Size atLeast, Pace& pace, int64_t reducedFrom) {
+    PictureFile file(path, pace);
     if (!file.Valid()) return std::nullopt;
-    const QImage image = file.Read(atLeast);
-    if (image.isNull()) return std::nullopt;
-    const int side = Reduction({image.width(), image.height()}, atLeast);
-    Picture picture;
-    picture.Natural = file.Upright();
-    picture.Image = side > 1 ? Reduced(image, side) : ToSurface(OverWhite(image));
-    return picture;
+    std::optional<Surface> image = file.Read(atLeast, reducedFrom);
+    if (!image) return std::nullopt;
+    return Picture{file.Upright(), std::move(*image)};
 }
