@@ -355,11 +355,17 @@ def main():
         # As large as pictures come: 100 megapixels each.
         for name, make in (("a photograph of 100 megapixels", lambda f: flat_jpeg(f + "/a.jpg", 11648, 8736)),
                            ("a progressive one", lambda f: flat_jpeg(f + "/a.jpg", 11648, 8736, True)),
-                           ("a bitmap of 100 megapixels", lambda f: gradient_bmp(f + "/a.bmp", 11648, 8736))):
+                           ("a bitmap of 100 megapixels", lambda f: gradient_bmp(f + "/a.bmp", 11648, 8736)),
+                           ("one of 32 bits", lambda f: gradient_bmp(f + "/a.bmp", 11648, 8736, 32))):
             _, scan, choice = choose(game, make)
             alive(game, name)
-            print(f"{name}: scan {scan:.1f} s, choice {choice:.1f} s, {memory(game)} MiB")
-            check(game_pieces(game) != pieces, f"{name}: no game came of it")
+            peak = memory(game)
+            print(f"{name}: scan {scan:.1f} s, choice {choice:.1f} s, {peak} MiB")
+            now = game_pieces(game)
+            check(now != pieces, f"{name}: no game came of it")
+            check(peak < MOST_MEMORY, f"{name}: {peak} MiB")
+            highest, pieces = max(highest, peak), now
+        shutil.rmtree(game.folder + "/Imagens")
         game.end()
         check(game.process.returncode == 0, f"the program ended with {game.process.returncode}")
         odd_settings(screen, program, shots, good)

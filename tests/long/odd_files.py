@@ -42,13 +42,14 @@ def gif_claiming(path, width, height):
     return path
 
 
-def gradient_bmp(path, width, height):
-    """A whole bitmap of 24 bits, written row by row."""
-    across = bytes(value for x in range(width) for value in (x * 255 // width, 128, 255 - x * 255 // width))
+def gradient_bmp(path, width, height, bits=24):
+    """A whole bitmap of 24 or 32 bits, written row by row."""
+    beside = (0,) * (bits // 8 - 3)
+    across = bytes(value for x in range(width) for value in (x * 255 // width, 128, 255 - x * 255 // width, *beside))
     across += b"\0" * (-len(across) % 4)
     with open(path, "wb") as file:
         file.write(b"BM" + struct.pack("<IHHI", 54 + len(across) * height, 0, 0, 54))
-        file.write(struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(across) * height, 3780, 3780, 0, 0))
+        file.write(struct.pack("<IiiHHIIiiII", 40, width, height, 1, bits, 0, len(across) * height, 3780, 3780, 0, 0))
         for _ in range(height):
             file.write(across)
     return path
