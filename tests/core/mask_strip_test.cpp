@@ -1,4 +1,5 @@
-// Laws of the mask strip, at all five sizes.
+// Laws of the mask strip and of the pieces cut by it, at all five sizes. What tile a cell gets, and which way it turns,
+// is seen in the golden boards.
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {
@@ -75,38 +76,34 @@ TEST_P(Strip, ASolvedBoardShowsThePicturePixelForPixel) {
     }
 }
 
-TEST(TileForCell, FollowsTheTable) {
-    struct Case {
-        int row, col, lastRow, lastCol;
-        int16_t tile;
-    };
-    for (const Case& c :
-         {Case{0, 0, 1, 1, 2}, Case{0, 1, 1, 1, 3}, Case{1, 0, 1, 1, 5}, Case{1, 1, 1, 1, 4}, Case{0, 2, 3, 2, 6},
-          Case{2, 0, 2, 3, 8}, Case{3, 2, 3, 2, 7}, Case{0, 2, 4, 4, 10}, Case{0, 1, 4, 4, 14}, Case{4, 2, 4, 4, 12},
-          Case{4, 1, 4, 4, 16}, Case{2, 0, 4, 4, 17}, Case{1, 0, 4, 4, 13}, Case{2, 4, 4, 4, 15}, Case{1, 4, 4, 4, 11},
-          Case{2, 2, 4, 4, 0}, Case{2, 1, 4, 4, 1}}) {
-        EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 1), c.tile) << c.row << ", " << c.col;
-        EXPECT_EQ(TileForCell(c.row, c.col, c.lastRow, c.lastCol, 0), 18);
+TEST(CutPieces, LeavesNothingOfALargerGame) {
+    SmallGame game(4, 5, 6, 5);
+    for (PieceRec& piece : Pieces) piece = {5, 6, 3, 9, 7, 7, 99, 8, 8, -1};
+    game.Cut(8, 0, 2, 2);
+    ASSERT_EQ(Pieces.size(), 4u);
+    EXPECT_EQ(game.surfaces.picPat.UBound(), 3);
+    for (int i = 0; i < 4; ++i) {
+        const PieceRec& piece = Pieces[size_t(i)];
+        EXPECT_THAT((std::array{piece.PieceId, piece.MaskIndex, piece.Rotation, piece.InGroup}),
+                    testing::ElementsAre(i, 18, 0, 0));
+        EXPECT_EQ(std::as_const(game.surfaces.picPat)[i].Bounds(), (Rect{0, 0, 160, 160}));
     }
 }
 
-// A socket's column at the tile's edge, the square's corner, and the column and row beyond the tile.
+// A socket's column at the tile's edge, the square's corner, and the column and row beyond the tile: there the
+// next tile of the strip counts (10, behind 9, has a tab), and beyond the strip all is white.
 TEST(HitTest, FollowsTheShapeAndReadsOnBeyondTheTile) {
     SmallGame game(4, 5, 4, 4);
     PieceRec& piece = Pieces[0];
-    piece.X = 100;
-    piece.Y = -30;
+    piece.X = 100, piece.Y = -30;
     struct Case {
         int16_t tile, x, y;
         bool hit;
     };
     for (const Case& c :
          {Case{18, 18, 18, true}, Case{18, 17, 18, false}, Case{18, 61, 61, true}, Case{18, 62, 61, false},
-          Case{1, 0, 40, false}, Case{0, 0, 40, true}, Case{1, 80, 40, false},  // the next tile, 2, is flat on its left
-          Case{17, 80, 40, false},                                              // the next one, 18, too
-          Case{9, 80, 40, true},                                                // the next one, 10, has a tab there
-          Case{18, 80, 40, true},                                               // beyond the strip
-          Case{18, 0, 80, true}, Case{0, 80, 80, true}}) {
+          Case{1, 0, 40, false}, Case{0, 0, 40, true}, Case{1, 80, 40, false}, Case{17, 80, 40, false},
+          Case{9, 80, 40, true}, Case{18, 80, 40, true}, Case{18, 0, 80, true}, Case{0, 80, 80, true}}) {
         piece.MaskIndex = c.tile;
         EXPECT_EQ(HitTest(0, int16_t(piece.X + c.x), int16_t(piece.Y + c.y)), c.hit)
             << c.tile << " at " << c.x << ", " << c.y;

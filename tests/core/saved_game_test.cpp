@@ -35,6 +35,9 @@ std::string Text(const std::function<void(SavedGame&)>& change = [](SavedGame&) 
     return FormatSavedGame(game).value_or("");
 }
 
+int cols, rows;  // as IsConsistent found them last
+bool Consistent(const SavedGame& game) { return IsConsistent(game, cols, rows); }
+
 TEST(FormatSavedGame, WritesEveryByte) {
     EXPECT_EQ(Text(),
               " 125 \r\n/fotos/praia, \"norte\".jpg\r\n 5 \r\n 84 \r\n 80 \r\n 80 \r\n 44 \r\n 4 \r\n 3 \r\n 3 \r\n"
@@ -43,11 +46,8 @@ TEST(FormatSavedGame, WritesEveryByte) {
 }
 
 TEST(FormatSavedGame, RefusesAPathWithALineBreak) {
-    for (const char* path : {"/a\nb.jpg", "/a\rb.jpg", "\n"}) {
-        SavedGame game = Sample();
-        game.PicturePath = path;
-        EXPECT_FALSE(FormatSavedGame(game));
-    }
+    for (const char* path : {"/a\nb.jpg", "/a\rb.jpg", "\n"})
+        EXPECT_EQ(Text([path](SavedGame& game) { game.PicturePath = path; }), "");
 }
 
 TEST(ParseSavedGame, TakesPlainLineEndsAndNumbersSpreadOverLines) {
@@ -115,8 +115,7 @@ TEST(ParseSavedGame, AcceptsTheGamesFromWhichTheFuzzerStarts) {
         const auto bytes = ReadFile(std::string(FENTO_SOURCE_DIR "/tests/data/") + name + ".pzl");
         ASSERT_TRUE(bytes) << name;
         const auto game = ParseSavedGame(*bytes, NoFile);
-        int cols = 0, rows = 0;
-        ASSERT_TRUE(game && IsConsistent(*game, cols, rows)) << name;
+        ASSERT_TRUE(game && Consistent(*game)) << name;
         EXPECT_EQ(FormatSavedGame(*game), *bytes) << name;
     }
 }
@@ -129,7 +128,7 @@ TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
         {"cell of another set", [](SavedGame& g) { g.Sizes.CellSize = 55; }},
         {"unit 7",
          [](SavedGame& g) {
-             g.Sizes = LevelSizes{140, 77, 7, 1};
+             g.Sizes = {140, 77, 7, 1};
          }},
         {"no gap", [](SavedGame& g) { g.Sizes.ScatterGap = 0; }},
         {"width 0", [](SavedGame& g) { g.PictureWidth = 0; }},
@@ -146,12 +145,11 @@ TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
         {"no pieces", [](SavedGame& g) { g.Pieces.clear(); }},
         {"one row", [](SavedGame& g) { g.PictureHeight = 40, g.Pieces.resize(2); }},
     };
-    int cols = 0, rows = 0;
-    ASSERT_TRUE(IsConsistent(Sample(), cols, rows));
     for (const auto& [what, change] : changes) {
         SavedGame game = Sample();
+        ASSERT_TRUE(Consistent(game));
         change(game);
-        EXPECT_FALSE(IsConsistent(game, cols, rows)) << what;
+        EXPECT_FALSE(Consistent(game)) << what;
     }
 }
 
@@ -159,10 +157,7 @@ TEST(IsConsistent, TakesTheGridOfThePiecesWhereThePictureHasOutgrownIt) {
     SavedGame game = Sample();
     game.PictureWidth = 88;                     // two whole cells: reckoned anew it would get three
     std::swap(game.Pieces[0], game.Pieces[3]);  // by PieceId, whatever the order
-    int cols = 0, rows = 0;
-    ASSERT_TRUE(IsConsistent(game, cols, rows));
-    EXPECT_EQ(cols, 2);
-    EXPECT_EQ(rows, 2);
+    EXPECT_TRUE(Consistent(game) && cols == 2 && rows == 2) << cols << " x " << rows;
 }
 
 TEST(IsConsistent, TakesTheLargestGamesOfALargeScreenAndNoneThatFillTheMemory) {
@@ -177,35 +172,30 @@ TEST(IsConsistent, TakesTheLargestGamesOfALargeScreenAndNoneThatFillTheMemory) {
             made.Pieces.push_back({0, 0, int16_t(i % grid.width), int16_t(i / grid.width), 0, int16_t(i), 0});
         return made;
     };
-    int cols = 0, rows = 0;
     for (const int16_t level : std::initializer_list<int16_t>{0, 1, 3, 4, 5})
         for (const Size photo : {Size{6000, 4000}, {3000, 4000}, {20000, 2000}, {30000, 300}, {200, 9000}}) {
             const LevelSizes sizes = *SizesOfLevel(level, 7680);
             const auto fit = FitNewGame(photo, sizes.CellSize, 7680, 4320);
             ASSERT_TRUE(fit);
-            EXPECT_TRUE(IsConsistent(game(level, sizes, {fit->GridCols, fit->GridRows}), cols, rows))
+            EXPECT_TRUE(Consistent(game(level, sizes, {fit->GridCols, fit->GridRows})))
                 << level << ": " << fit->GridCols << " x " << fit->GridRows;
         }
-    EXPECT_FALSE(IsConsistent(game(0, *SizesOfLevel(0, 7680), {40, 40}), cols, rows));
-    EXPECT_FALSE(IsConsistent(game(5, *SizesOfLevel(5, 7680), {180, 180}), cols, rows));
+    EXPECT_FALSE(Consistent(game(0, *SizesOfLevel(0, 7680), {40, 40})));
+    EXPECT_FALSE(Consistent(game(5, *SizesOfLevel(5, 7680), {180, 180})));
 }
 
 TEST(GameToSave, IsTheSortedBoardUnderThePictureItWasCutFrom) {
     SmallGame game(4, 5, 3, 2);
     PictureWidth = 130;
     PictureHeight = 86;
-    ElapsedSeconds = 9;
     PicturePath = "/chosen later.jpg";
     BoardPicturePath = "/cut.jpg";
     std::ranges::reverse(Pieces);
     const auto saved = GameToSave();
-    ASSERT_TRUE(saved);
+    ASSERT_TRUE(saved && Consistent(*saved));
     EXPECT_EQ(saved->PicturePath, "/cut.jpg");
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(saved->Pieces[size_t(i)].PieceId, i);
+    EXPECT_TRUE(std::ranges::is_sorted(saved->Pieces, {}, &SavedPiece::PieceId));
     EXPECT_EQ(Pieces[0].PieceId, 5) << "the board itself is not touched";
-    int cols = 0, rows = 0;
-    EXPECT_TRUE(IsConsistent(*saved, cols, rows));
-
     Pieces.clear();
     EXPECT_FALSE(GameToSave());
 }
@@ -217,9 +207,7 @@ TEST(SortPieces, OfAGridBeyond100ColumnsStillLoads) {
     PictureHeight = 62;
     ASSERT_TRUE(SortPieces());
     EXPECT_NE(Pieces[101].PieceId, 101);
-    int cols = 0, rows = 0;
-    EXPECT_TRUE(IsConsistent(*GameToSave(), cols, rows));
-    EXPECT_EQ(cols, 104);
+    EXPECT_TRUE(Consistent(*GameToSave()) && cols == 104) << cols;
 }
 
 }  // namespace
