@@ -1,4 +1,4 @@
-// A move shown, and giving up.
+// A move shown, and what may happen while the picture of a given-up game is laid out.
 #include <gtest/gtest.h>
 
 #include "play/rules.h"
@@ -8,12 +8,18 @@ using namespace PuzzleModule;
 
 namespace {
 
-constexpr Pixel Yellow = 0xFFFFFF00u;
-
+// A yellow square along the cell's sides, one pixel wide.
 bool Framed(const Surface& board, int x, int y) {
+    constexpr Pixel Yellow = 0xFFFFFF00u;
     return board.At(x, y) == Yellow && board.At(x + CellSize, y + CellSize) == Yellow &&
            board.At(x + CellSize, y) == Yellow && board.At(x, y + CellSize / 2) == Yellow &&
            board.At(x + CellSize + 1, y) != Yellow && board.At(x + 1, y + 1) != Yellow;
+}
+
+std::vector<int> Order() {
+    std::vector<int> ids;
+    for (const PieceRec& piece : Pieces) ids.push_back(piece.PieceId);
+    return ids;
 }
 
 }  // namespace
@@ -27,16 +33,15 @@ TEST(ShownMove, FramesTheUppermostMisplacedPieceAndItsPlaceUntilTheNextCompositi
     play.Click(play.Middle(1, 0), 1);  // to the top
     play.Click(play.Middle(1, 2), 1);
     const GameFixture::State before = play.Snapshot();
-    const uint64_t board = GameFixture::HashOf(play.main.picScreen.Image);
+    const uint64_t board = play.ShownBoard();
     play.Menu("mnuHints");
     const int m = Margin();
     EXPECT_TRUE(Framed(play.main.picScreen.Image, 660 + m, 550 + m));
     EXPECT_TRUE(Framed(play.main.picScreen.Image, 220 + 2 * CellSize + m, 220 + CellSize + m));
     EXPECT_FALSE(Framed(play.main.picScreen.Image, 440 + m, 660 + m));
     EXPECT_EQ(play.Snapshot(), before);
-
     play.Click(play.Middle(1, 2), 1);
-    EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), board);
+    EXPECT_EQ(play.ShownBoard(), board);
 }
 
 TEST(ShownMove, WithoutAnUprightTopLeftPieceThePlacesAreReckonedFromTheBoardsOrigin) {
@@ -44,47 +49,12 @@ TEST(ShownMove, WithoutAnUprightTopLeftPieceThePlacesAreReckonedFromTheBoardsOri
     play.StartGrid(2, 2);
     play.Solve(0, 0);
     EXPECT_FALSE(MoveToShow());
-    play.Turn(0, 0, 2);
-    const auto turned = MoveToShow();
-    ASSERT_TRUE(turned);
-    EXPECT_EQ(turned->Place, turned->Piece);  // right place, wrong turn
-    play.Turn(0, 0, 0);
-    play.Solve(220, 220);
-    play.Turn(0, 0, 2);
-    const auto moved = MoveToShow();
-    ASSERT_TRUE(moved);
-    EXPECT_EQ(moved->Piece.x - moved->Place.x, 220);
-}
-
-TEST(GivingUp, LaysThePictureOutAtTheVisibleCornerAndEndsTheGame) {
-    struct Case {
-        int scrolledX, scrolledY, x, y;
-    };
-    for (const Case& c : {Case{0, 0, -11, -11}, Case{100, 0, 88, -11}, Case{240, 135, 231, 121}}) {
-        GameFixture play;
-        play.StartGrid(5, 3, 3);
-        play.Turn(0, 0, 3);
-        play.desktop.Advance(3);
-        play.Sounds();
-        play.main.HScroll1.DeliverValue(c.scrolledX, false);
-        play.main.VScroll1.DeliverValue(c.scrolledY, false);
-        play.Menu("MnDesistir");
-        for (int row = 0; row < 3; ++row)
-            for (int col = 0; col < 5; ++col) {
-                EXPECT_EQ(play.Piece(row, col).Rotation, 0);
-                EXPECT_EQ(play.Piece(row, col).X, c.x + col * CellSize);
-                EXPECT_EQ(play.Piece(row, col).Y, c.y + row * CellSize);
-            }
-        EXPECT_EQ(play.desktop.frames, 15 / 2);
-        EXPECT_FALSE(GameRunning);
-        EXPECT_FALSE(play.main.Timer1.Enabled());
-        EXPECT_FALSE(play.main.Busy());
-        EXPECT_TRUE(play.main.picScreen.Enabled());
-        EXPECT_EQ(play.Sounds(), "");
-        EXPECT_TRUE(play.desktop.boxes.empty());
-        EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
-        play.Press({1500, 900});
-        EXPECT_TRUE(play.main.Panning);
+    for (const int at : {0, 220}) {
+        play.Solve(at, at);
+        play.Turn(0, 0, 2);
+        const auto move = MoveToShow();
+        ASSERT_TRUE(move);
+        EXPECT_EQ(move->Piece.x - move->Place.x, at);
     }
 }
 
@@ -93,27 +63,23 @@ TEST(GivingUp, NoCommandAtAYieldCanReplaceRebuildOrReorderThePieces) {
     play.StartGrid(5, 4, 3);
     play.desktop.fileAnswers.push_back(play.folder / "a.pzl");
     play.Menu("mnuSaveGame");
-    std::vector<int> order;
-    for (const PieceRec& piece : Pieces) order.push_back(piece.PieceId);
+    const std::vector<int> order = Order();
     play.desktop.log.clear();
     play.desktop.onFrame = [&] {
         play.desktop.fileAnswers.assign(2, play.folder / "a.pzl");
         play.desktop.boxAnswers.assign(1, MsgBoxResult::Yes);
-        for (const char* command : {"mnuNewGame(5)", "mnuShuffle", "mnuSaveGame", "mnuLoadGame", "MnDesistir"})
+        for (const char* command : {"mnuNewGame(5)", "mnuShuffle", "mnuSaveGame", "mnuLoadGame", "MnDesistir",
+                                    "mnuGame", "mnuOptions", "mnuHints", "mnuSounds", "mnuStatus"})
             play.desktop.PostInput([&play, command] { play.Key(command); });
         play.desktop.PostInput([&play] { play.Click({300, 300}, 1); });
-        for (const char* harmless : {"mnuGame", "mnuOptions", "mnuHints", "mnuSounds", "mnuStatus"})
-            play.desktop.PostInput([&play, harmless] { play.Key(harmless); });
         play.desktop.PostInput([&play] { play.main.picScreen.DeliverWheel(0, -1); });
         play.desktop.PostInput([&play] { play.main.DeliverResize({1000, 700}); });
     };
     play.Key("MnDesistir");
     play.desktop.onFrame = nullptr;
     play.desktop.RunPending();
-
-    std::vector<int> orderAfter;
-    for (const PieceRec& piece : Pieces) orderAfter.push_back(piece.PieceId);
-    EXPECT_EQ(orderAfter, order);
+    EXPECT_EQ(play.desktop.frames, 20 / 2);
+    EXPECT_EQ(Order(), order);
     EXPECT_TRUE(IsComplete(play.Piece(0, 0).X, play.Piece(0, 0).Y));
     EXPECT_FALSE(GameRunning);
     for (const std::string& entry : play.desktop.log)
@@ -126,5 +92,4 @@ TEST(GivingUp, ClosingTheWindowAtAYieldEndsTheProgram) {
     play.desktop.onFrame = [&] { play.desktop.PostInput([&] { play.main.DeliverClose(); }); };
     EXPECT_THROW(play.Menu("MnDesistir"), HeadlessDesktop::ProgramEnded);
     EXPECT_EQ(play.desktop.frames, 1);
-    EXPECT_EQ(play.desktop.log.back(), "end");
 }

@@ -13,24 +13,20 @@ TEST(Menu, ItemsAreGreyedAtTheOpeningAndOnlyThere) {
             text += play.Item(name).Enabled() ? '1' : '0';
         return text;
     };
-    const auto open = [&play] { play.Menu("mnuGame"), play.Menu("mnuOptions"); };
+    const auto opened = [&] { return play.Menu("mnuGame"), play.Menu("mnuOptions"), enabled(); };
     EXPECT_EQ(enabled(), "1111");
-    open();
-    EXPECT_EQ(enabled(), "0000");
+    EXPECT_EQ(opened(), "0000");
     play.StartGrid(2, 2);
     EXPECT_EQ(enabled(), "0000");  // a shortcut follows the last opening
-    open();
-    EXPECT_EQ(enabled(), "1111");
+    EXPECT_EQ(opened(), "1111");
     play.Menu("MnDesistir");
     EXPECT_EQ(enabled(), "1111");
-    open();
-    EXPECT_EQ(enabled(), "0100");
+    EXPECT_EQ(opened(), "0100");
     play.desktop.boxAnswers.push_back(MsgBoxResult::Yes);
     play.Menu("mnuShuffle");
     play.SolveAllButLast(220, 220);
     play.Drag(1, 1, 220 + CellSize, 220 + CellSize);
-    open();
-    EXPECT_EQ(enabled(), "0100");
+    EXPECT_EQ(opened(), "0100");
 }
 
 TEST(Menu, SwitchesAndColourAreWrittenAtOnceAndReadAtTheNextStart) {
@@ -38,15 +34,13 @@ TEST(Menu, SwitchesAndColourAreWrittenAtOnceAndReadAtTheNextStart) {
     play.Menu("mnuSounds");
     EXPECT_NE(play.folder.Read("config.ini").find("Som=False"), std::string::npos);
     play.Menu("mnuStatus");
-    play.desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16>) {
-        EXPECT_EQ(initial, 15203838);
-        return std::optional<Color>(0x0000FF);
-    });
-    play.Menu("mnuBackground");
+    const auto answer = [&play](std::optional<Color> color) {
+        play.desktop.colorAnswers.push_back([color](Color, std::span<Color, 16>) { return color; });
+        play.Menu("mnuBackground");
+    };
+    answer(0x0000FF);
     EXPECT_EQ(play.main.picScreen.Image.At(5, 5), 0xFFFF0000u);  // recoloured without a game, too
-    play.desktop.colorAnswers.push_back([](Color, std::span<Color, 16>) { return std::nullopt; });
-    play.Menu("mnuBackground");
-
+    answer(std::nullopt);
     frmMain next;
     next.Form_Load();
     EXPECT_FALSE(next.mnuSounds->Checked());
@@ -64,29 +58,24 @@ TEST(Menu, RestartAsksAndKeepsEverythingUnlessTheAnswerIsYes) {
     ASSERT_EQ(play.desktop.boxes.size(), 1u);
     EXPECT_EQ(play.desktop.boxes[0].style, 36);
     EXPECT_EQ(play.Snapshot(), before);
-    const double left = play.main.picScreen.Left();
     play.main.HScroll1.DeliverValue(480, false);
     play.desktop.boxAnswers.push_back(MsgBoxResult::Yes);
     play.Menu("mnuShuffle");
     EXPECT_NE(play.Snapshot(), before);
-    EXPECT_NE(play.main.picScreen.Left(), left);  // the view stays where the player put it
+    EXPECT_EQ(play.main.picScreen.Left(), -480);  // the view stays where the player put it
     EXPECT_EQ(ElapsedSeconds, 0);
-    EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
+    EXPECT_EQ(play.ShownBoard(), play.ComposedBoard());
 }
 
 TEST(Clock, GoesOnInWholeHoursPastEveryNarrowNumber) {
     GameFixture play;
     play.StartGrid(2, 2);
-    struct Case {
-        int32_t seconds;
-        const char* text;
-    };
-    for (const Case& c : {Case{59, "00:00:59"}, Case{60, "00:01:00"}, Case{3600, "01:00:00"}, Case{32767, "09:06:07"},
-                          Case{32768, "09:06:08"}, Case{360000, "100:00:00"}, Case{INT32_MAX, "596523:14:07"}}) {
-        ElapsedSeconds = c.seconds - 1;
+    const std::pair<int32_t, const char*> cases[] = {
+        {59, "00:00:59"},    {60, "00:01:00"},      {3600, "01:00:00"},          {32767, "09:06:07"},
+        {32768, "09:06:08"}, {360000, "100:00:00"}, {INT32_MAX, "596523:14:07"}, {INT32_MAX, "596523:14:07"}};
+    for (const auto& [seconds, text] : cases) {
+        ElapsedSeconds = std::max(ElapsedSeconds, seconds - 1);
         play.main.Timer1_Timer();
-        EXPECT_EQ(play.main.lblElapsed.Caption(), std::string("Fácil - ") + c.text);
+        EXPECT_EQ(play.main.lblElapsed.Caption(), std::string("Fácil - ") + text);
     }
-    play.main.Timer1_Timer();
-    EXPECT_EQ(ElapsedSeconds, INT32_MAX);
 }

@@ -1,22 +1,18 @@
 // Saving and restoring through the menu.
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include "tests/support/game_fixture.h"
 
 using namespace PuzzleModule;
 
 class SavedGames : public testing::Test {
 protected:
-    void Save(const std::string& name) {
+    void Do(const char* command, const std::string& name) {
         play.desktop.fileAnswers.push_back(play.folder / name);
-        play.Menu("mnuSaveGame");
+        play.Menu(command);
     }
-    void Load(const std::string& name) {
-        play.desktop.fileAnswers.push_back(play.folder / name);
-        play.Menu("mnuLoadGame");
-    }
+    void Save(const std::string& name) { Do("mnuSaveGame", name); }
+    void Load(const std::string& name) { Do("mnuLoadGame", name); }
     // The piece lines: what follows the ten lines of the header.
     std::string PieceLines(const std::string& name) {
         const std::string text = play.folder.Read(name);
@@ -32,30 +28,21 @@ TEST_F(SavedGames, RestoredGameStandsAsItWasSavedWhateverWasPlayedMeanwhile) {
     play.Drag(2, 3, -11, 330);
     play.desktop.Advance(75);
     Save("a.pzl");
-    const std::string picture = BoardPicturePath, saved = PieceLines("a.pzl");
-    const std::vector<PieceRec> pieces = Pieces;
-    EXPECT_TRUE(play.main.Timer1.Enabled());
+    const std::string picture = BoardPicturePath;
+    std::vector<PieceRec> pieces = Pieces;
+    for (PieceRec& piece : pieces) piece.GroupDX = piece.GroupDY = 0;
 
     play.StartGrid(3, 3, 0);
     Load("a.pzl");
-    ASSERT_EQ(Pieces.size(), pieces.size());
-    for (size_t i = 0; i < pieces.size(); ++i) {
-        PieceRec wanted = pieces[i];
-        wanted.GroupDX = wanted.GroupDY = 0;
-        EXPECT_EQ(Pieces[i], wanted) << i;
-    }
+    EXPECT_EQ(Pieces, pieces);
     EXPECT_EQ(ElapsedSeconds, 75);
-    EXPECT_EQ(GameLevel, 4);
-    EXPECT_EQ(ChosenLevel, 4);
-    EXPECT_EQ(CurrentSizes(), SizesOfLevel(4, 1920));
+    EXPECT_TRUE(GameLevel == 4 && ChosenLevel == 4 && CurrentSizes() == *SizesOfLevel(4, 1920));
     EXPECT_EQ(BoardPicturePath, picture);
-    EXPECT_TRUE(GameRunning);
-    EXPECT_TRUE(play.main.Timer1.Enabled());
+    EXPECT_TRUE(GameRunning && play.main.Timer1.Enabled() && play.main.Pointer() == MousePointer::Default);
     EXPECT_TRUE(play.main.picStatus.Visible());
-    EXPECT_EQ(play.main.Pointer(), MousePointer::Default);
-    EXPECT_EQ(GameFixture::HashOf(play.main.picScreen.Image), play.ComposedBoard());
+    EXPECT_EQ(play.ShownBoard(), play.ComposedBoard());
     Save("b.pzl");
-    EXPECT_EQ(PieceLines("b.pzl"), saved);
+    EXPECT_EQ(PieceLines("b.pzl"), PieceLines("a.pzl"));
     EXPECT_TRUE(PlayToTheEnd(play.main));
 }
 
@@ -82,8 +69,7 @@ TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
     const std::string good = play.folder.Read("good.pzl"), picture = BoardPicturePath;
     const auto with = [&good](const std::string& what, const std::string& instead) {
         std::string text = good;
-        const size_t at = text.find(what);
-        return at == std::string::npos ? "" : text.replace(at, what.size(), instead);
+        return text.replace(text.find(what), what.size(), instead);
     };
     const std::string noPicture = play.folder.Write("no picture.bmp", "nothing to decode");
     struct Case {
@@ -92,12 +78,8 @@ TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
         bool cleared = false;
     };
     for (const Case& bad : std::vector<Case>{
-             {"empty", "", ""},
-             {"ends early", good.substr(0, good.size() / 2), ""},
-             {"a word among the numbers", with(" 120 \r\n 66 ", " 120 \r\n sixty "), ""},
-             {"sizes of two sets", with(" 120 \r\n 66 ", " 120 \r\n 55 "), ""},
-             {"too many pieces", with(" 11 \r\n", " 32767 \r\n"), ""},
-             {"one piece fewer", with(" 11 \r\n", " 10 \r\n"), ""},
+             {"no text of a game", with(" 120 \r\n 66 ", " 120 \r\n sixty "), ""},
+             {"numbers of no game", with(" 11 \r\n", " 10 \r\n"), ""},
              {"picture gone", with(picture, picture + "x"), "O arquivo " + picture + "x não foi encontrado"},
              {"picture broken", with(picture, noPicture), "", true},
              {"a single cell",
@@ -110,36 +92,33 @@ TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
         play.desktop.boxes.clear();
         play.main.picStatus.SetVisible(true);
         const GameFixture::State before = play.Snapshot();
-        const int16_t chosen = ChosenLevel = 1;
+        ChosenLevel = 1;
         play.folder.Write("bad.pzl", bad.text);
         Load("bad.pzl");
 
         EXPECT_EQ(play.Snapshot(), before);
-        EXPECT_EQ(ChosenLevel, chosen);
+        EXPECT_EQ(ChosenLevel, 1);
         EXPECT_EQ(PicturePath, picture);
         EXPECT_FALSE(play.main.picStatus.Visible());
         EXPECT_EQ(play.main.picScreen.Image.IsUniform(), bad.cleared);
-        ASSERT_EQ(play.desktop.boxes.size(), bad.message.empty() ? 0u : 1u);
-        if (!bad.message.empty()) {
-            EXPECT_EQ(play.desktop.boxes[0].text, bad.message);
-        }
+        std::string boxes;
+        for (const auto& box : play.desktop.boxes) boxes += box.text;
+        EXPECT_EQ(boxes, bad.message);
     }
 }
 
 TEST_F(SavedGames, SaveStopsTheClockAroundItsDialogAndALoadDoesNot) {
     play.StartGrid(3, 3);
-    bool runs = true;
-    play.desktop.whileModal = [&] { runs = play.main.Timer1.Enabled(); };
-    play.Menu("mnuSaveGame");  // cancelled
-    EXPECT_FALSE(runs);
-    EXPECT_TRUE(play.main.Timer1.Enabled());
+    for (const auto& [command, saves] : {std::pair{"mnuSaveGame", true}, {"mnuLoadGame", false}}) {
+        bool runs = saves;
+        play.desktop.whileModal = [&] { runs = play.main.Timer1.Enabled(); };
+        play.Menu(command);  // cancelled
+        EXPECT_EQ(runs, !saves);
+        EXPECT_TRUE(play.main.Timer1.Enabled());
+        EXPECT_EQ(play.desktop.fileRequests.back().save, saves);
+        EXPECT_EQ(play.desktop.fileRequests.back().folder, play.folder / "Save");
+    }
     EXPECT_EQ(play.folder.Entries(), 2);  // the picture, and the folder of saved games made for the dialog
-    play.desktop.whileModal = [&] { runs = play.main.Timer1.Enabled(); };
-    play.Menu("mnuLoadGame");
-    EXPECT_TRUE(runs);
-    ASSERT_EQ(play.desktop.fileRequests.size(), 2u);
-    EXPECT_TRUE(play.desktop.fileRequests[0].save);
-    EXPECT_EQ(play.desktop.fileRequests[0].folder, play.folder / "Save");
 }
 
 TEST_F(SavedGames, FailedWriteKeepsTheOldFileAndTheGame) {

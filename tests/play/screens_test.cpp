@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "platform/numbers.h"
 #include "tests/support/game_fixture.h"
 
 using namespace PuzzleModule;
@@ -17,8 +16,7 @@ constexpr Size Photographs[] = {{4000, 3000}, {6000, 4000}, {3840, 2160}, {4000,
 
 // Brings a bar as near as it goes to showing `at` in the middle; where `at` then is in the window.
 double Shown(ScrollBar& bar, double at, double window) {
-    bar.DeliverValue(
-        int(CInt(std::clamp(at - window / 2, std::min<double>(0, bar.Max()), std::max<double>(0, bar.Max())))), false);
+    bar.DeliverValue(int(at - window / 2), false);
     return at - bar.Value();
 }
 

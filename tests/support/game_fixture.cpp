@@ -13,7 +13,7 @@ GameFixture::Environment::Environment(const TempFolder& folder) {
     ResetState();
 }
 
-GameFixture::GameFixture(Size screen) : environment_(folder), desktop(screen) {
+GameFixture::GameFixture(std::unique_ptr<HeadlessDesktop> own) : desktop_(std::move(own)) {
     desktop.programPath = folder / "fento-lira-master";
     main.Load();
     main.Show();
@@ -83,43 +83,36 @@ void GameFixture::Drag(int row, int col, int x, int y) {
     Release(to);
 }
 
-MenuItem& GameFixture::Item(const std::string& name) {
-    const auto find = [&name](auto&& self, MenuItem& above) -> MenuItem* {
-        for (MenuItem& item : above.Items()) {
-            if (item.Name() == name) return &item;
-            if (MenuItem* below = self(self, item)) return below;
+MenuItem& GameFixture::Item(const std::string& name, MenuItem** top) {
+    for (MenuItem& first : main.Menus.Items()) {
+        if (top) *top = &first;
+        if (first.Name() == name) return first;
+        for (MenuItem& item : first.Items()) {
+            if (item.Name() == name) return item;
+            for (MenuItem& below : item.Items())
+                if (below.Name() == name) return below;
         }
-        return nullptr;
-    };
-    MenuItem* const item = find(find, main.Menus);
-    if (!item) throw std::logic_error("no menu item " + name);
-    return *item;
+    }
+    throw std::logic_error("no menu item " + name);
 }
 
 void GameFixture::Menu(const std::string& name) {
-    MenuItem& item = Item(name);
-    for (MenuItem& top : main.Menus.Items()) {
-        if (&top == &item) break;
-        for (MenuItem& entry : top.Items())
-            if (&entry == &item || (!entry.Items().empty() && item.Name().starts_with("mnuNewGame"))) {
-                top.DeliverClick();
-                break;
-            }
-    }
+    MenuItem* top = nullptr;
+    MenuItem& item = Item(name, &top);
+    if (top != &item) top->DeliverClick();
     item.DeliverClick();
 }
-
-void GameFixture::Key(const std::string& name) { Item(name).DeliverClick(); }
 
 std::string GameFixture::Sounds() {
     std::string names;
     for (const auto& wave : desktop.sounds) {
-        const char* name = wave.data() == WaveClick.data()      ? "CLICK"
-                           : wave.data() == WaveGiro.data()     ? "GIRO"
-                           : wave.data() == WaveComplete.data() ? "COMPLETE"
-                           : wave.data() == WaveRotate.data()   ? "ROTATE"
-                                                                : "?";
-        names += (names.empty() ? "" : " ") + std::string(name);
+        std::string name = "?";
+        for (const auto& [known, called] : {std::pair{&WaveClick, "CLICK"},
+                                            {&WaveGiro, "GIRO"},
+                                            {&WaveComplete, "COMPLETE"},
+                                            {&WaveRotate, "ROTATE"}})
+            if (wave.data() == known->data()) name = called;
+        names += (names.empty() ? "" : " ") + name;
     }
     desktop.sounds.clear();
     return names;
@@ -142,7 +135,6 @@ uint64_t GameFixture::ComposedBoard() const {
 
 GameFixture::State GameFixture::Snapshot() const {
     State state;
-    const auto number = [&state](const char* name, int64_t value) { state[name] = std::to_string(value); };
     for (size_t i = 0; i < Pieces.size(); ++i) {
         const PieceRec& p = Pieces[i];
         std::string& text = state["piece " + std::to_string(i)];
@@ -150,18 +142,26 @@ GameFixture::State GameFixture::Snapshot() const {
             text += std::to_string(field) + " ";
         text += std::to_string(HashOf(main.Surfaces.picPat[p.PieceId]));
     }
-    number("TileSize", TileSize), number("CellSize", CellSize);
-    number("TileUnit", TileUnit), number("ScatterGap", ScatterGap);
-    number("GridCols", GridCols), number("GridRows", GridRows);
-    number("PictureWidth", PictureWidth), number("PictureHeight", PictureHeight);
-    number("PickedPiece", PickedPiece), number("GameLevel", GameLevel);
-    number("ElapsedSeconds", ElapsedSeconds), number("GameRunning", GameRunning);
-    number("clock runs", main.Timer1.Enabled());
-    number("pointer", int(main.Pointer()));
-    number("strip", int64_t(HashOf(main.Surfaces.picMasks[1])));
-    number("picMaster.Width", main.Surfaces.picMaster.Width());
-    number("picMaster.Height", main.Surfaces.picMaster.Height());
-    number("picPat.UBound", main.Surfaces.picPat.UBound());
+    const std::pair<const char*, int64_t> numbers[] = {
+        {"TileSize", TileSize},
+        {"CellSize", CellSize},
+        {"TileUnit", TileUnit},
+        {"ScatterGap", ScatterGap},
+        {"GridCols", GridCols},
+        {"GridRows", GridRows},
+        {"PictureWidth", PictureWidth},
+        {"PictureHeight", PictureHeight},
+        {"PickedPiece", PickedPiece},
+        {"GameLevel", GameLevel},
+        {"ElapsedSeconds", ElapsedSeconds},
+        {"GameRunning", GameRunning},
+        {"clock runs", main.Timer1.Enabled()},
+        {"pointer", int(main.Pointer())},
+        {"strip", int64_t(HashOf(main.Surfaces.picMasks[1]))},
+        {"picMaster", int64_t(HashOf(main.Surfaces.picMaster))},
+        {"picPat.UBound", main.Surfaces.picPat.UBound()},
+    };
+    for (const auto& [name, value] : numbers) state[name] = std::to_string(value);
     state["saved picture"] = BoardPicturePath;
     return state;
 }

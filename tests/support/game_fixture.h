@@ -1,6 +1,7 @@
 // The main window on the desktop without a screen, with a game on its board, for tests and measurements.
 #pragma once
 #include <map>
+#include <memory>
 #include <string>
 
 #include "core/frm_main.h"
@@ -11,17 +12,19 @@
 
 class GameFixture {
 public:
-    explicit GameFixture(Size screen = {1920, 1080});
+    explicit GameFixture(Size screen = {1920, 1080}) : GameFixture(std::make_unique<HeadlessDesktop>(screen)) {}
+    explicit GameFixture(std::unique_ptr<HeadlessDesktop> desktop);
 
     TempFolder folder;  // the program's own folder, and the home of its settings
 
 private:
     struct Environment {  // before the window: state at its start values, settings in the folder
         explicit Environment(const TempFolder& folder);
-    } environment_;
+    } environment_{folder};
+    std::unique_ptr<HeadlessDesktop> desktop_;
 
 public:
-    HeadlessDesktop desktop;
+    HeadlessDesktop& desktop = *desktop_;
     frmMain main;
 
     // A picture of that natural size which the desktop can decode; its file exists. Its full path.
@@ -58,8 +61,9 @@ public:
     // Chooses an item as the player does: its top menu opens first. By its name, "mnuNewGame(3)".
     void Menu(const std::string& name);
     // Presses the item's shortcut: no menu opens.
-    void Key(const std::string& name);
-    MenuItem& Item(const std::string& name);
+    void Key(const std::string& name) { Item(name).DeliverClick(); }
+    // An item, and the top menu it stands in.
+    MenuItem& Item(const std::string& name, MenuItem** top = nullptr);
 
     // The names of the waves started since the last call, "CLICK ROTATE".
     std::string Sounds();
@@ -70,7 +74,8 @@ public:
 
     // A number that tells two pictures apart.
     static uint64_t HashOf(const Surface& surface);
-    // The board as a fresh composition shows it.
+    // The board as it is, and as a fresh composition shows it.
+    uint64_t ShownBoard() const { return HashOf(main.picScreen.Image); }
     uint64_t ComposedBoard() const;
 };
 

@@ -10,158 +10,108 @@ using namespace PuzzleModule;
 
 namespace {
 
+std::string Text(int number) { return std::to_string(number); }
+std::string CellOf(const PieceRec& piece) { return Text(piece.Row) + " " + Text(piece.Col); }
+std::string YesNo(bool value) { return value ? "yes" : "no"; }
+std::string OrNone(const std::string& text) { return text.empty() ? "none" : text; }
+
 class Player {
 public:
     // What is wrong with this line, or nothing.
     std::string Run(const std::string& line) {
-        words_ = std::istringstream(line);
-        const std::string verb = Word();
-        if (verb == "screen") return Open({Number(), Number()});
-        if (!game_) Open({1920, 1080});
-        if (verb == "expect") return Expect();
-        return Act(verb) ? "" : "unknown command";
-    }
-
-private:
-    std::string Word() {
-        std::string word;
-        words_ >> word;
-        return word;
-    }
-    int Number() {
-        int number = 0;
-        words_ >> number;
-        return number;
-    }
-    std::string Rest() {
-        std::string rest;
-        std::getline(words_ >> std::ws, rest);
-        return rest;
-    }
-    GameFixture::Spot SpotOrPointer() {
-        float x, y;
-        if (words_ >> x >> y) pointer_ = {x, y};
-        return pointer_;
-    }
-    std::string Open(Size screen) {
-        game_.reset();
-        game_ = std::make_unique<GameFixture>(screen);
+        std::istringstream words(line);
+        std::string verb;
+        words >> verb;
+        const bool expects = verb == "expect";
+        if (expects) words >> verb;
+        rest_.clear();
+        std::getline(words >> std::ws, rest_);
+        std::istringstream numbers(rest_);
+        given_.clear();
+        for (double number; numbers >> number;) given_.push_back(number);
+        if (verb == "screen" || !game_) {
+            game_.reset();
+            game_ = std::make_unique<GameFixture>(verb == "screen" ? Size{N(0), N(1)} : Size{1920, 1080});
+        }
+        if (expects) {
+            const std::string seen = looks_.contains(verb) ? looks_.at(verb)() : "unknown";
+            return seen == rest_ ? "" : verb + " is \"" + seen + "\", expected \"" + rest_ + "\"";
+        }
+        if (!acts_.contains(verb)) return "unknown command";
+        acts_.at(verb)();
         return "";
     }
 
-    bool Act(const std::string& verb) { return Arrange(verb) || Handle(verb) || Command(verb); }
+private:
+    int N(size_t which) const { return which < given_.size() ? int(given_[which]) : 0; }
+    GameFixture::Spot SpotOrPointer() {
+        if (given_.size() >= 2) pointer_ = {float(given_[0]), float(given_[1])};
+        return pointer_;
+    }
+    frmMain& Main() { return game_->main; }
 
-    bool Arrange(const std::string& verb) {
-        if (verb == "game") {
-            const int cols = Number(), rows = Number();
-            game_->StartGrid(cols, rows, int16_t(Number()));
-            for (int row = 0; row < rows; ++row)
-                for (int col = 0; col < cols; ++col) {
-                    game_->Turn(row, col, 0);
-                    game_->Put(row, col, 11 + col * 220, 11 + row * 220);
-                }
-            game_->Sounds();
-        } else if (verb == "put") {
-            const int row = Number(), col = Number(), x = Number();
-            game_->Put(row, col, x, Number());
-        } else if (verb == "turn") {
-            const int row = Number(), col = Number();
-            game_->Turn(row, col, Number());
-        } else if (verb == "solved") {
-            const int x = Number();
-            game_->Solve(x, Number());
-        } else {
-            return false;
-        }
-        return true;
+    void NewGame() {
+        game_->StartGrid(N(0), N(1), int16_t(N(2)));
+        for (int row = 0; row < GridRows; ++row)
+            for (int col = 0; col < GridCols; ++col) {
+                game_->Turn(row, col, 0);
+                game_->Put(row, col, 11 + col * 220, 11 + row * 220);
+            }
+        game_->Sounds();
+    }
+    std::string GroupSize() {
+        int count = 0;
+        for (size_t i = 1; i < Pieces.size(); ++i) count += Pieces[i].InGroup != 0;
+        return Text(count);
+    }
+    // Names the piece's cell, and tells it back.
+    std::string PieceSeen() {
+        const PieceRec& piece = game_->Piece(N(0), N(1));
+        return CellOf(piece) + " " + Text(piece.X) + " " + Text(piece.Y) + " " + Text(piece.Rotation);
     }
 
-    bool Handle(const std::string& verb) {
-        if (verb == "grab") {
-            const int row = Number();
-            pointer_ = game_->Middle(row, Number());
-            game_->Press(pointer_);
-        } else if (verb == "press") {
-            pointer_ = {float(Number()), float(Number())};
-            const int button = Number();
-            game_->Press(pointer_, int16_t(button ? button : 1));
-        } else if (verb == "move") {
-            game_->Move(SpotOrPointer());
-        } else if (verb == "release") {
-            game_->Release(SpotOrPointer());
-        } else if (verb == "right") {
-            game_->Click(pointer_, 2);
-        } else if (verb == "wheel") {
-            const int sideways = Number();
-            game_->main.picScreen.DeliverWheel(sideways, Number());
-        } else {
-            return false;
-        }
-        return true;
-    }
-
-    bool Command(const std::string& verb) {
-        if (verb == "menu") {
-            game_->Menu(Word());
-        } else if (verb == "key") {
-            game_->Key(Word());
-        } else if (verb == "seconds") {
-            game_->desktop.Advance(Number());
-        } else if (verb == "resize") {
-            const int width = Number();
-            game_->main.DeliverResize({width, Number()});
-        } else if (verb == "scroll") {
-            game_->main.HScroll1.DeliverValue(Number(), false);
-            game_->main.VScroll1.DeliverValue(Number(), false);
-        } else if (verb == "answer") {
-            game_->desktop.boxAnswers.push_back(Word() == "yes" ? MsgBoxResult::Yes : MsgBoxResult::No);
-        } else {
-            return false;
-        }
-        return true;
-    }
-
-    std::string Expect() {
-        const std::string what = Word(), seen = Seen(what), wanted = Rest();
-        return seen == wanted ? "" : what + " is \"" + seen + "\", expected \"" + wanted + "\"";
-    }
-
-    // What `what` is now, in the words in which a script expects it.
-    std::string Seen(const std::string& what) {
-        const frmMain& main = game_->main;
-        const auto cell = [](const PieceRec& piece) { return Text(piece.Row) + " " + Text(piece.Col); };
-        if (what == "piece") {
-            // Names its cell, and is told back with it.
-            const auto start = words_.tellg();
-            const int row = Number();
-            const PieceRec& piece = game_->Piece(row, Number());
-            words_.seekg(start);
-            return cell(piece) + " " + Text(piece.X) + " " + Text(piece.Y) + " " + Text(piece.Rotation);
-        }
-        if (what == "top") return cell(Pieces.at(0));
-        if (what == "held") return PickedPiece < 0 ? "none" : cell(Pieces.at(size_t(PickedPiece)));
-        if (what == "group") {
-            int count = 0;
-            for (size_t i = 1; i < Pieces.size(); ++i) count += Pieces[i].InGroup != 0;
-            return Text(count);
-        }
-        if (what == "running") return YesNo(GameRunning);
-        if (what == "panning") return YesNo(main.Panning);
-        if (what == "sounds") return OrNone(game_->Sounds());
-        if (what == "box") return game_->desktop.boxes.empty() ? "none" : game_->desktop.boxes.back().text;
-        if (what == "clock") return main.lblElapsed.Caption();
-        if (what == "view") return Text(int(main.picScreen.Left())) + " " + Text(int(main.picScreen.Top()));
-        if (what == "shown") return "picStatus " + YesNo(main.picStatus.Visible());
-        return "unknown";
-    }
-
-    static std::string Text(int number) { return std::to_string(number); }
-    static std::string YesNo(bool value) { return value ? "yes" : "no"; }
-    static std::string OrNone(const std::string& text) { return text.empty() ? "none" : text; }
-
+    std::string rest_;           // of the line, behind its verb
+    std::vector<double> given_;  // the numbers at its beginning
     std::unique_ptr<GameFixture> game_;
-    std::istringstream words_;
     GameFixture::Spot pointer_{0, 0};
+
+    const std::map<std::string, std::function<void()>> acts_ = {
+        {"screen", [] {}},
+        {"game", [this] { NewGame(); }},
+        {"put", [this] { game_->Put(N(0), N(1), N(2), N(3)); }},
+        {"turn", [this] { game_->Turn(N(0), N(1), N(2)); }},
+        {"solved", [this] { game_->Solve(N(0), N(1)); }},
+        {"grab", [this] { game_->Press(pointer_ = game_->Middle(N(0), N(1))); }},
+        {"press", [this] { game_->Press(SpotOrPointer(), int16_t(N(2) ? N(2) : 1)); }},
+        {"move", [this] { game_->Move(SpotOrPointer()); }},
+        {"release", [this] { game_->Release(SpotOrPointer()); }},
+        {"right", [this] { game_->Click(pointer_, 2); }},
+        {"wheel", [this] { Main().picScreen.DeliverWheel(N(0), N(1)); }},
+        {"menu", [this] { game_->Menu(rest_); }},
+        {"key", [this] { game_->Key(rest_); }},
+        {"seconds", [this] { game_->desktop.Advance(N(0)); }},
+        {"resize",
+         [this] {
+             Main().DeliverResize({N(0), N(1)});
+         }},
+        {"scroll", [this] { Main().HScroll1.DeliverValue(N(0), false), Main().VScroll1.DeliverValue(N(1), false); }},
+        {"answer",
+         [this] { game_->desktop.boxAnswers.push_back(rest_ == "yes" ? MsgBoxResult::Yes : MsgBoxResult::No); }},
+    };
+    // What is now, in the words in which a script expects it.
+    const std::map<std::string, std::function<std::string()>> looks_ = {
+        {"piece", [this] { return PieceSeen(); }},
+        {"top", [] { return CellOf(Pieces.at(0)); }},
+        {"held", [] { return PickedPiece < 0 ? "none" : CellOf(Pieces.at(size_t(PickedPiece))); }},
+        {"group", [this] { return GroupSize(); }},
+        {"running", [] { return YesNo(GameRunning); }},
+        {"panning", [this] { return YesNo(Main().Panning); }},
+        {"sounds", [this] { return OrNone(game_->Sounds()); }},
+        {"box", [this] { return game_->desktop.boxes.empty() ? "none" : game_->desktop.boxes.back().text; }},
+        {"clock", [this] { return Main().lblElapsed.Caption(); }},
+        {"view", [this] { return Text(int(Main().picScreen.Left())) + " " + Text(int(Main().picScreen.Top())); }},
+        {"shown", [this] { return "picStatus " + YesNo(Main().picStatus.Visible()); }},
+    };
 };
 
 }  // namespace
