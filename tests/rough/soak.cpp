@@ -16,17 +16,15 @@ int main(int argc, char** argv) {
     std::fflush(stdout);
 
     const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    int runs = 0, steps = 0, games = 0, wins = 0, loads = 0, boards = 0;
+    int steps = 0, boards = 0;
     while (std::chrono::steady_clock::now() < end) {
         Soak soak(seed++, argc > 3);
         while (!soak.Ended() && std::chrono::steady_clock::now() < end) {
             soak.Step();
             if (!soak.Ended() && soak.steps % 20 == 0) soak.CheckBoard();
         }
-        ++runs;
-        steps += soak.steps, games += soak.games, wins += soak.wins, loads += soak.loads, boards += soak.boards;
+        steps += soak.steps, boards += soak.boards;
     }
-    std::printf("%d starts, %d steps, %d games begun, %d won, %d loaded, %d boards compared: all as it must be\n", runs,
-                steps, games, wins, loads, boards);
-    return steps > 0 ? 0 : 1;
+    std::printf("%d steps, %d boards compared: all as it must be\n", steps, boards);
+    return boards > 0 ? 0 : 1;
 }

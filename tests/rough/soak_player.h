@@ -43,46 +43,35 @@ public:
     bool Ended() const { return ended_; }  // by the player: nothing more can be done
     void CheckBoard();                     // against the literal model
 
-    int games = 0, wins = 0, boards = 0, loads = 0;
-    int steps = 0;
-    std::deque<std::string> last;  // what was done last, newest behind
+    int steps = 0, boards = 0;  // done, and compared
 
 private:
-    struct Environment {
-        explicit Environment(const TempFolder& folder);
-    };
-    struct Action {
-        int weight;
-        const char* name;
-        void (Soak::*run)();
-    };
-    static const std::vector<Action>& Actions();
+    void MakePictures();
     void Note(const std::string& what);
     void Act();
-    void CheckState(bool outermost);
     void ActOnDialog(Form& form);
     void ActOnThumbs(class frmThumbs& dialog);
-    void MakePictures();
+    void Require(bool held, const char* what) const;
+    void CheckState(bool outermost);
 
     int Any(int below) { return int(random_() % uint32_t(below)); }
     bool Chance(int inHundred) { return Any(100) < inHundred; }
+    template <typename List>
+    auto& AnyOf(List& list) {
+        return list[size_t(Any(int(std::size(list))))];
+    }
     GameFixture::Spot AnySpot();
     void ClickMenu(const std::string& name);
-
-    void Press(), Move(), Release(), Turn(), Carry(), PressFarOut(), SolveNearly();
-    void Scroll(), Wheel(), Resize(), Wait(), Panel();
-    void NewGame(), Menu(), SaveGame(), LoadGame(), GiveUp(), Exit();
+    void Move(), Turn(), Carry(), PressFarOut(), Menu(), SaveGame(), LoadGame();
 
     std::mt19937 random_;
     bool verbose_;
-    TempFolder folder_;
-    Environment environment_;
-    SoakDesktop desktop_;
-    frmMain main_;
+    GameFixture play_;
+    SoakDesktop& desktop_;
+    frmMain& main_;
+    PictureBox& board_;
     std::vector<std::string> saves_, folders_;
     bool ended_ = false, stale_ = false, framed_ = false;
     int nested_ = 0;
+    std::deque<std::string> last_;  // what was done last, newest behind
 };
-
-// Says what is wrong, what was done before, and ends the program.
-[[noreturn]] void Broken(const Soak& soak, const std::string& what);
