@@ -47,16 +47,15 @@ TEST_F(ThumbsCtlTest, ThumbnailFillsTheBoxOnOneSideAndItsSizeIsToldInCutPixels) 
     };
     for (const Case& c :
          {Case{{800, 600}, 1635, 1226, {109, 82}, "800 x 599"}, Case{{640, 480}, 1635, 1226, {109, 82}, "639 x 479"},
-          Case{{1024, 768}, 1635, 1226, {109, 82}, "1023 x 767"}, Case{{600, 800}, 1125, 1500, {75, 100}, "599 x 800"},
+          Case{{600, 800}, 1125, 1500, {75, 100}, "599 x 800"},
           Case{{1050, 1000}, 1575, 1500, {105, 100}, "1049 x 999"},
           Case{{512, 512}, 1500, 1500, {100, 100}, "512 x 512"}, Case{{120, 40}, 1635, 545, {109, 36}, "119 x 39"},
           Case{{2000, 1}, 1635, 1, {109, 0}, "1999 x 0"}}) {
         AddItems(1, c.natural);
         const int k = thumbs.ListCount();
         const CellSheet::Figure& figure = Cell(k).figure;
-        EXPECT_EQ(figure.width, c.width) << c.text;
-        EXPECT_EQ(figure.height, c.height) << c.text;
-        EXPECT_EQ((Size{figure.image.Width(), figure.image.Height()}), c.pixels) << c.text;
+        EXPECT_EQ(std::pair(figure.width, figure.height), std::pair(c.width, c.height)) << c.text;
+        EXPECT_EQ(figure.image.Bounds(), (Rect{0, 0, c.pixels.width, c.pixels.height})) << c.text;
         EXPECT_EQ(thumbs.SizeTexts()[size_t(k)], c.text);
         EXPECT_EQ(figure.left - Cell(k).frame.left, (1725 - c.width) / 2) << c.text;
         EXPECT_EQ(figure.top - Cell(k).frame.top, (1680 - c.height) / 2) << c.text;

@@ -69,17 +69,16 @@ TEST_F(ThumbsScanTest, WhatDoesNotDecodeShowsTheLastPictureThatDid) {
     const std::string dir = folder.MakeFolder("pasta.gif");
     for (const std::string& path : {bad, good, dir, bad}) thumbs.AddItem(path);
 
-    const CellSheet& sheet = thumbs.picInterior;
-    EXPECT_EQ(sheet.At(1).figure.toolTip, "ruim.jpg (4k) - 0 x 0");
-    EXPECT_TRUE(sheet.At(1).figure.image.IsUniform());
-    EXPECT_EQ(sheet.At(1).figure.width, 1635);
-    EXPECT_EQ(sheet.At(1).figure.height, 1500);
-    EXPECT_FALSE(sheet.At(2).figure.image.IsUniform());
-    EXPECT_EQ(sheet.At(3).frame.toolTip, "pasta.gif (0k) - 80 x 60");
-    EXPECT_EQ(sheet.At(4).figure.toolTip, "ruim.jpg (4k) - 80 x 60");
+    const auto figure = [this](int k) -> const CellSheet::Figure& { return thumbs.picInterior.At(k).figure; };
+    EXPECT_EQ(figure(1).toolTip, "ruim.jpg (4k) - 0 x 0");
+    EXPECT_TRUE(figure(1).image.IsUniform());
+    EXPECT_EQ(std::pair(figure(1).width, figure(1).height), std::pair(1635.0, 1500.0));
+    EXPECT_FALSE(figure(2).image.IsUniform());
+    EXPECT_EQ(thumbs.picInterior.At(3).frame.toolTip, "pasta.gif (0k) - 80 x 60");
+    EXPECT_EQ(figure(4).toolTip, "ruim.jpg (4k) - 80 x 60");
     for (const int k : {3, 4})
         for (int x = 0; x < 109; x += 9)
-            EXPECT_EQ(sheet.At(k).figure.image.At(x, 40), sheet.At(2).figure.image.At(x, 40)) << k << " " << x;
+            EXPECT_EQ(figure(k).image.At(x, 40), figure(2).image.At(x, 40)) << k << " " << x;
 }
 
 TEST_F(ThumbsScanTest, LabelComesWithTheFirstPictureAfterFourTenthsAndGoesWithTheScan) {

