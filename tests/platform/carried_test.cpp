@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <set>
-#include <tuple>
 
 #include "platform/files.h"
 #include "platform/random.h"
@@ -10,24 +9,19 @@
 
 namespace {
 
-std::string Text(std::span<const std::byte> bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
-}
-
 TEST(LoadResData, GivesTheVeryBytesOfEveryCarriedFile) {
-    const std::tuple<const char*, const char*, std::string> cases[] = {
-        {"CLICK", "WAVE", "waves/click.wav"},
-        {"GIRO", "WAVE", "waves/giro.wav"},
-        {"COMPLETE", "WAVE", "waves/complete.wav"},
-        {"ROTATE", "WAVE", "waves/rotate.wav"},
-        {"SPLASH", "PICTURE", "splash.bmp"},
-        {"ICON16", "PICTURE", "fento-lira-master-16.png"},
-        {"ICON32", "PICTURE", "fento-lira-master-32.png"},
-        {"ICON48", "PICTURE", "fento-lira-master-48.png"}};
+    const char* cases[][3] = {{"CLICK", "WAVE", "waves/click.wav"},
+                              {"GIRO", "WAVE", "waves/giro.wav"},
+                              {"COMPLETE", "WAVE", "waves/complete.wav"},
+                              {"ROTATE", "WAVE", "waves/rotate.wav"},
+                              {"SPLASH", "PICTURE", "splash.bmp"},
+                              {"ICON16", "PICTURE", "fento-lira-master-16.png"},
+                              {"ICON32", "PICTURE", "fento-lira-master-32.png"},
+                              {"ICON48", "PICTURE", "fento-lira-master-48.png"}};
     for (const auto& [name, type, file] : cases) {
-        const std::string bytes = Text(LoadResData(name, type));
-        EXPECT_FALSE(bytes.empty()) << name;
-        EXPECT_EQ(bytes, ReadFile(FENTO_SOURCE_DIR "/assets/" + file)) << name;
+        const auto carried = LoadResData(name, type);
+        const std::string bytes(reinterpret_cast<const char*>(carried.data()), carried.size());
+        EXPECT_EQ(bytes, ReadFile(FENTO_SOURCE_DIR "/assets/" + std::string(file)).value()) << name;
     }
     EXPECT_TRUE(LoadResData("CLICK", "PICTURE").empty());
 }

@@ -22,16 +22,14 @@ TEST(Paths, AreTakenApartAndPutTogether) {
     struct Case {
         const char *path, *folder, *title, *closed;
     };
-    const Case cases[] = {
-        {"/a/b.pzl", "/a", "b.pzl", "/a/b.pzl/"},
-        {"/b", "/", "b", "/b/"},
-        {"b", "", "b", "b/"},
-        {"/a/b//", "/a/b", "", "/a/b/"},
-        {"/", "/", "", "/"},
-        {"", "", "", "/"},
-        {"/a//b", "/a", "b", "/a//b/"},
-        {"C:\\x\\y", "", "y", "C:\\x\\y/"},
-    };
+    const Case cases[] = {{"/a/b.pzl", "/a", "b.pzl", "/a/b.pzl/"},
+                          {"/b", "/", "b", "/b/"},
+                          {"b", "", "b", "b/"},
+                          {"/a/b//", "/a/b", "", "/a/b/"},
+                          {"/", "/", "", "/"},
+                          {"", "", "", "/"},
+                          {"/a//b", "/a", "b", "/a//b/"},
+                          {"C:\\x\\y", "", "y", "C:\\x\\y/"}};
     for (const Case& c : cases) {
         EXPECT_EQ(FolderOf(c.path), c.folder) << c.path;
         EXPECT_EQ(FileTitle(c.path), c.title) << c.path;
@@ -120,10 +118,7 @@ TEST(LoadPicture, NothingButARegularFileReachesTheDesktop) {
     ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
     for (const std::string& path : {fifo, inner, file})
         desktop.pictures[path] = {{4, 3}, [](Size) { return Surface(4, 3); }};
-    for (const std::string& path : {fifo, inner}) {
-        EXPECT_FALSE(PictureSize(path)) << path;
-        EXPECT_FALSE(LoadPicture(path)) << path;
-    }
+    for (const std::string& path : {fifo, inner}) EXPECT_FALSE(PictureSize(path) || LoadPicture(path)) << path;
     EXPECT_EQ(PictureSize(file), (Size{4, 3}));
     EXPECT_TRUE(LoadPicture(file));
 }

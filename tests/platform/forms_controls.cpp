@@ -8,7 +8,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 class Controls : public testing::Test {
 protected:
@@ -85,7 +84,7 @@ TEST_F(Controls, WhatIsDisabledOrHiddenAnywhereAboveHearsNothing) {
     panel.AddChild(box);
     Listen(box);
     form.Show();
-    const auto press = [&] {
+    const auto heard = [&] {
         events.clear();
         box.DeliverMouseDown(1, 0, 0, 0);
         box.DeliverMouseMove(0, 0, 0, 0);
@@ -93,19 +92,17 @@ TEST_F(Controls, WhatIsDisabledOrHiddenAnywhereAboveHearsNothing) {
         box.DeliverDblClick();
         return events.size();
     };
-    EXPECT_EQ(press(), 4u);
     for (Control* control : std::vector<Control*>{&box, &panel, &form}) {
+        EXPECT_EQ(heard(), 4u);
         control->SetEnabled(false);
-        EXPECT_EQ(press(), 0u) << control->Name() << " disabled";
+        EXPECT_EQ(heard(), 0u) << control->Name() << " disabled";
         control->SetEnabled(true);
         control->SetVisible(false);
-        EXPECT_EQ(press(), 0u) << control->Name() << " hidden";
+        EXPECT_EQ(heard(), 0u) << control->Name() << " hidden";
         control->SetVisible(true);
     }
     form.Hide();
-    EXPECT_EQ(press(), 0u);
-    form.Show();
-    EXPECT_EQ(press(), 4u);
+    EXPECT_EQ(heard(), 0u);
 }
 
 TEST_F(Controls, TheReleaseOfATakenPressReachesAHiddenBoxOnce) {

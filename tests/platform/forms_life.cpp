@@ -35,11 +35,10 @@ TEST_F(FormLife, ActivationComesFromTheMessageLoopAndFirst) {
     b.Show();
     EXPECT_TRUE(events.empty());
     DoEvents();
-    EXPECT_THAT(events, ElementsAre("a", "b", "input"));
     b.Show();
     MsgBox("?");
     DoEvents();
-    EXPECT_EQ(events.size(), 3u) << "active already; a box is no form";
+    EXPECT_THAT(events, ElementsAre("a", "b", "input")) << "active already; a box is no form";
     b.Hide();
     DoEvents();
     EXPECT_THAT(events, ElementsAre("a", "b", "input", "a"));
@@ -132,15 +131,6 @@ TEST_F(FormLife, ATickMayYieldPastItsIntervalWithoutComingAgainAndEndOtherTimers
     yielding.SetEnabled(true);
     desktop.Advance(0.5);
     EXPECT_THAT(events, ElementsAre("begin", "victim", "end", "begin", "end")) << "what it missed comes as one";
-}
-
-TEST_F(FormLife, InputIsDiscardedByAYieldForPaintsAndTimersAndTheRestKept) {
-    desktop.PostInput([&] { events.push_back("input"); });
-    desktop.Post([&] { events.push_back("kept"); });
-    DoEvents(Yield::PaintsAndTimers);
-    EXPECT_TRUE(events.empty());
-    DoEvents();
-    EXPECT_THAT(events, ElementsAre("kept"));
 }
 
 }  // namespace

@@ -12,10 +12,7 @@ using testing::ElementsAre;
 class Lists : public testing::Test {
 protected:
     Lists() {
-        temp.MakeFolder("one/beta");
-        temp.MakeFolder("one/Alpha");
-        temp.MakeFolder("one/.hidden");
-        temp.MakeFolder("one-more");
+        for (const char* name : {"one/beta", "one/Alpha", "one/.hidden", "one-more"}) temp.MakeFolder(name);
         temp.Write("one/file.txt", "no folder");
         desktop.volumes = {{"/", "root"}, {temp.Path(), "temp"}, {temp / "one", "one"}};
     }
@@ -73,13 +70,11 @@ TEST_F(Lists, ADriveIsTheVolumeWithTheLongestRootAboveThePath) {
     DriveListBox drives("Drive1");
     drives.Change = [this] { ++changes; };
     EXPECT_EQ(drives.Drive(), "/");
-    const std::pair<std::string, std::string> cases[] = {
-        {temp / "one/beta", temp / "one"},
-        {temp / "one", temp / "one"},
-        {temp / "one-more", temp.Path()},
-        {temp / "one/..", temp.Path()},
-        {"/usr", "/"},
-    };
+    const std::pair<std::string, std::string> cases[] = {{temp / "one/beta", temp / "one"},
+                                                         {temp / "one", temp / "one"},
+                                                         {temp / "one-more", temp.Path()},
+                                                         {temp / "one/..", temp.Path()},
+                                                         {"/usr", "/"}};
     for (const auto& [path, drive] : cases) {
         EXPECT_TRUE(drives.SetDrive(path));
         EXPECT_EQ(drives.Drive(), drive) << path;

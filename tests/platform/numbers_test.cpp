@@ -12,23 +12,23 @@ constexpr double Infinite = std::numeric_limits<double>::infinity();
 TEST(CInt, GoesToTheNearestAndAtATieToTheEven) {
     const double justBelowHalf = std::nextafter(0.5, 0.0);
     constexpr double large = 4503599627370495.5;  // the largest tie a double can hold
-    const std::pair<double, double> cases[] = {{0.5, 0},
-                                               {1.5, 2},
-                                               {2.5, 2},
-                                               {-0.5, 0},
-                                               {-1.5, -2},
-                                               {-2.5, -2},
-                                               {0.4, 0},
-                                               {0.6, 1},
-                                               {-0.6, -1},
-                                               {justBelowHalf, 0},
-                                               {-justBelowHalf, 0},
-                                               {32766.5, 32766},
-                                               {32767.5, 32768},
-                                               {large, large + 0.5},
-                                               {-large, -large - 0.5},
-                                               {1e300, 1e300},
-                                               {Infinite, Infinite}};
+    const double cases[][2] = {{0.5, 0},
+                               {1.5, 2},
+                               {2.5, 2},
+                               {-0.5, 0},
+                               {-1.5, -2},
+                               {-2.5, -2},
+                               {0.4, 0},
+                               {0.6, 1},
+                               {-0.6, -1},
+                               {justBelowHalf, 0},
+                               {1e300, 1e300},
+                               {32766.5, 32766},
+                               {-justBelowHalf, 0},
+                               {large, large + 0.5},
+                               {32767.5, 32768},
+                               {-large, -large - 0.5},
+                               {Infinite, Infinite}};
     for (const int mode : {FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
         std::fesetround(mode);
         for (const auto& [value, expected] : cases) EXPECT_EQ(CInt(value), expected) << value << " in mode " << mode;

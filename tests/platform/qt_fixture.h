@@ -1,11 +1,7 @@
 // A desktop on Qt without a screen, installed for a test.
 #pragma once
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
-
 #include "platform/qt/qt_desktop.h"
+#include "tests/support/temp_folder.h"
 
 class QtFixture {
 public:
@@ -18,19 +14,6 @@ private:
 };
 
 // A folder that goes with the test.
-class ScratchFolder {
-public:
-    ScratchFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "qt_tests_XXXXXX").string();
-        path_ = mkdtemp(name.data());
-    }
-    ~ScratchFolder() { std::filesystem::remove_all(path_); }
-    std::string File(const std::string& name) const { return path_ + "/" + name; }
-    std::string Write(const std::string& name, const std::string& bytes) const {
-        std::ofstream(File(name), std::ios::binary) << bytes;
-        return File(name);
-    }
-
-private:
-    std::string path_;
+struct ScratchFolder : TempFolder {
+    std::string File(const std::string& name) const { return *this / name; }
 };

@@ -41,10 +41,9 @@ void CollectNameless(const Control& control, std::string& nameless, int& named) 
     for (const Control* child : control.Children()) {
         const QtPeer* peer = PeerOf(*child);
         if (peer && peer->Widget() && IsForThePlayer(*child, *peer->Widget())) {
-            if (HeardName(*peer->Widget()).empty())
-                nameless += child->Name() + " ";
-            else
-                ++named;
+            const bool heard = !HeardName(*peer->Widget()).empty();
+            named += heard;
+            if (!heard) nameless += child->Name() + " ";
         }
         CollectNameless(*child, nameless, named);
     }
@@ -58,13 +57,13 @@ double Luminance(QRgb pixel) {
 // The greatest contrast that a pixel of `rect` has to the one in the window's corner.
 double ContrastIn(const QImage& shown, const QRect& rect) {
     const double ground = Luminance(shown.pixel(shown.width() - 3, 3)) + 0.05;
-    double best = 1;
+    double least = ground, most = ground;
     for (int y = rect.top(); y <= rect.bottom(); ++y)
         for (int x = rect.left(); x <= rect.right(); ++x) {
             const double here = Luminance(shown.pixel(x, y)) + 0.05;
-            best = std::max(best, std::max(here, ground) / std::min(here, ground));
+            least = std::min(least, here), most = std::max(most, here);
         }
-    return best;
+    return std::max(most / ground, ground / least);
 }
 
 }  // namespace

@@ -9,7 +9,7 @@ namespace {
 
 std::string Little(uint32_t value, int bytes) {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += i < 4 ? char(value >> 8 * i & 255) : char(0);
+    for (int i = 0; i < bytes; ++i) text += char(value >> 8 * i & 255);
     return text;
 }
 

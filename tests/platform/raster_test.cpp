@@ -84,10 +84,6 @@ TEST(Line, SidesOutsideTheSurfaceAreNotDrawnOnItsEdge) {
         for (int y = 0; y < 10; ++y) EXPECT_EQ(Point(surface, x, y), y == 3 ? 0 : 0xFFFFFF) << x << ", " << y;
 }
 
-bool PureMask(const Surface& mask) {
-    return std::ranges::all_of(PixelsOf(mask), [](Pixel p) { return p == BlackPixel || p == WhitePixel; });
-}
-
 // White if any source pixel whose square, edges included, holds the centre is white.
 Pixel NearestWhiteWins(const Surface& dest, const Surface& source, int x, int y) {
     const auto holds = [](int s, int d, int from, int to) {
@@ -110,7 +106,6 @@ TEST(StretchMask, TakesThePixelUnderTheCentreAndWhiteOnABoundary) {
             SetPixel(source, dice(0, source.Width() - 1), dice(0, source.Height() - 1), 0xFFFFFF);
         Surface dest(dice(1, 32), dice(1, 32));
         StretchMask(dest, source);
-        ASSERT_TRUE(PureMask(dest));
         for (int y = 0; y < dest.Height(); ++y)
             for (int x = 0; x < dest.Width(); ++x)
                 ASSERT_EQ(dest.At(x, y), NearestWhiteWins(dest, source, x, y))
