@@ -4,15 +4,9 @@ usage: around_the_board.py PROGRAM SCREENSHOT_FOLDER [WIDTHxHEIGHT]
 """
 
 import os
-import sys
 import time
 
-from desktop import Failure, Game, Saved, Screen, run, wait_for
-
-
-def check(true, what):
-    if not true:
-        raise Failure(what)
+from desktop import Game, Saved, Screen, at_rest, check, script, wait_for
 
 
 def differences(before, after, area):
@@ -21,16 +15,9 @@ def differences(before, after, area):
 
 
 def settled(screen, area):
-    """The screen once nothing moves in `area` any more: a loaded machine paints late."""
+    """The screen once nothing moves in `area` any more."""
     time.sleep(0.3)
-    before = screen.pixels()
-    for _ in range(20):
-        time.sleep(0.3)
-        now = screen.pixels()
-        if differences(before, now, area) == 0:
-            return now
-        before = now
-    raise Failure("the board does not come to rest")
+    return at_rest(screen.pixels, lambda before, now: differences(before, now, area))
 
 
 def dialog_manners(game):
@@ -84,42 +71,46 @@ def open_last_folder(game, dialog):
 def switches(game):
     """Sound and miniature act at once and are written at once."""
     screen = game.screen
-    config = game.folder + "/config.ini"
-    game.menu(1, "Up", "Up", "Up", "Return")
-    wait_for(lambda: os.path.exists(config) and "Som=False" in open(config).read(), "Som=False in config.ini")
     x, y, width, height = screen.place(game.window)
     panel = (x + width - 190, y + height - 160, x + width - 32, y + height - 35)
+
+    def toggle(*steps, leaves):
+        game.menu(1, *steps, "Return")
+        config = game.folder + "/config.ini"
+        wait_for(lambda: os.path.exists(config) and open(config).read() == "[SETUP]\n" + leaves, f"{leaves} written")
+
+    toggle("Up", "Up", "Up", leaves="Som=False\n")
     before = screen.pixels()
-    game.menu(1, "Up", "Up", "Return")
-    wait_for(lambda: "Navegador=False" in open(config).read(), "Navegador=False in config.ini")
+    toggle("Up", "Up", leaves="Som=False\nNavegador=False\n")
     check(differences(before, settled(screen, panel), panel) > 500, "the panel did not go")
-    game.menu(1, "Up", "Up", "Return")
-    wait_for(lambda: "Navegador=True" in open(config).read(), "Navegador=True in config.ini")
-    check(open(config).read() == "[SETUP]\nSom=False\nNavegador=True\n", f"config.ini: {open(config).read()!r}")
+    toggle("Up", "Up", leaves="Som=False\nNavegador=True\n")
 
 
 def view(game):
-    """Wheel, bars, pan and panel move what they should."""
+    """Wheel, pan and panel move what they should."""
     screen = game.screen
     x, y, width, height = screen.place(game.window)
     board = (x + 20, y + 60, x + width - 220, y + height - 60)
     start = settled(screen, board)
+    moved = lambda: differences(start, settled(screen, board), board)
     screen.move(x + width // 3, y + height // 2)
     screen.xdo("click", 5)
-    check(differences(start, settled(screen, board), board) > 500, "the wheel does not scroll the board")
+    check(moved() > 500, "the wheel does not scroll the board")
     screen.xdo("click", 4)
-    check(differences(start, settled(screen, board), board) == 0, "the wheel does not scroll back")
+    check(moved() == 0, "the wheel does not scroll back")
     # Bare board: the clear corner at the top left.
-    screen.drag(x + 60, game.origin[1] + 60, x + 100, game.origin[1] + 90)
+    top = game.origin[1]
+    screen.drag(x + 60, top + 60, x + 100, top + 90)
     panned = settled(screen, board)
     check(differences(start, panned, board) > 500, "a press on bare board does not pan")
-    check(panned(x + 700, game.origin[1] + 300) == start(x + 660, game.origin[1] + 270), "the pan went another way")
-    screen.drag(x + 100, game.origin[1] + 90, x + 60, game.origin[1] + 60)
-    check(differences(start, settled(screen, board), board) == 0, "the pan does not come back")
+    check(panned(x + 700, top + 300) == start(x + 660, top + 270), "the pan went another way")
+    screen.drag(x + 100, top + 90, x + 60, top + 60)
+    check(moved() == 0, "the pan does not come back")
     # The panel by its miniature.
     px, py = x + width - 100, y + height - 110
     screen.drag(px, py, px - 300, py - 150, steps=10)
-    check(differences(start, settled(screen, board[:2] + (px - 400, board[3])), (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
+    now = settled(screen, board[:2] + (px - 400, board[3]))
+    check(differences(start, now, (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
     screen.screenshot(game.shots + "/3-panel-moved.png")
 
 
@@ -171,36 +162,24 @@ def small_windows(game):
     check(Saved(game.save("igual")).pieces == before, "answering No moved pieces")
 
 
-def main():
-    program, shots = sys.argv[1], sys.argv[2]
-    width, height = map(int, (sys.argv[3] if len(sys.argv) > 3 else "1366x768").split("x"))
+def main(program, shots, size="1366x768"):
+    width, height = map(int, size.split("x"))
     with Screen(width, height) as screen:
         game = Game(screen, program)
         game.shots = shots
-        os.makedirs(shots, exist_ok=True)
-        os.makedirs(game.folder + "/Imagens/mais")
         for name, colours in (("a.jpg", "red-blue"), ("b.gif", "green-white"), ("c.BMP", "orange-navy"),
                               ("mais/d.jpg", "pink-black")):
-            run("convert", "-size", "400x300", "plasma:" + colours, "-seed", "5", game.folder + "/Imagens/" + name)
+            game.picture(name, "400x300", "plasma:" + colours, "-seed", "5")
         game.start()
         dialog_manners(game)
-        dialog = game.new_game(3)
-        wait_for(lambda: thumbnails(game, dialog) == 3, "three thumbnails")
-        screen.click(*game.thumbnail(dialog, 2), times=2)
-        screen.gone("Busca Imagens")
-        time.sleep(0.6)
+        game.start_picture(3, 2)
         switches(game)
         view(game)
         hold_cut_short(game)
         small_windows(game)
         game.end()
-        if game.process.returncode != 0:
-            raise Failure(f"the program ended with {game.process.returncode}")
     print("dialog, switches, view, panel, a hold cut short and small windows are as they should be")
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except Failure as failure:
-        sys.exit(f"around_the_board: {failure}")
+    script(main)

@@ -8,7 +8,6 @@ finds nothing from before.
 import os
 import re
 import shutil
-import signal
 import subprocess
 import sys
 import tempfile
@@ -35,6 +34,35 @@ def run(*command, check=True, env=None, binary=False):
     if check and done.returncode:
         raise Failure(f"{' '.join(command)}: {done.stderr.decode(errors='replace').strip()}")
     return done.stdout if binary else done.stdout.decode(errors="replace")
+
+
+def check(true, what):
+    if not true:
+        raise Failure(what)
+
+
+def script(main):
+    """Runs main(program, screenshot_folder, *more) with the script's arguments. Ends with what failed, if anything."""
+    name = os.path.basename(sys.argv[0])
+    if len(sys.argv) < 3:
+        sys.exit(f"usage: {name} PROGRAM SCREENSHOT_FOLDER ...")
+    os.makedirs(sys.argv[2], exist_ok=True)
+    try:
+        main(*sys.argv[1:])
+    except Failure as failure:
+        sys.exit(f"{name}: {failure}")
+
+
+def at_rest(look, differ=lambda a, b: a != b, pause=0.3):
+    """What `look()` sees once it sees the same twice: a loaded machine paints late."""
+    before = look()
+    for _ in range(40):
+        time.sleep(pause)
+        now = look()
+        if not differ(before, now):
+            return now
+        before = now
+    raise Failure("the screen does not come to rest")
 
 
 class Screen:
@@ -64,20 +92,19 @@ class Screen:
                  "the window manager")
 
     def _start(self, command, **more):
-        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                   stderr=subprocess.DEVNULL, **more)
+        nothing = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        process = subprocess.Popen(command, **{**nothing, **more})
         self.processes.append(process)
         return process
 
     def close(self):
         for process in reversed(self.processes):
-            if process.poll() is None:
-                process.send_signal(signal.SIGTERM)
-                try:
-                    process.wait(5)
-                except subprocess.TimeoutExpired:
-                    process.kill()
-                    process.wait()
+            process.terminate()
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                process.kill()
+                process.wait()
         shutil.rmtree(self.home, ignore_errors=True)
 
     def __enter__(self):
@@ -171,12 +198,13 @@ class Game:
     TITLE = "Fento-Lira Master"
     BOARD = (254, 253, 231)  # the colour of a new board
 
-    def __init__(self, screen, program, folder=None, skin=True, scale=1, room=None, primary=None):
+    def __init__(self, screen, program, folder=None, skin=True, scale=1, room=None, primary=None, terminal=os.devnull):
         """`scale` goes to the toolkit; `room` is the size of the maximised window, `primary` that of the primary
-        monitor, both in pixels of the screen."""
+        monitor, both in pixels of the screen; `terminal` gets what the program writes."""
         self.screen = screen
         self.scale = scale
         self.room = room or (screen.width, screen.height)
+        self.terminal = terminal
         self.primary = primary or (screen.width, screen.height)
         self.env = dict(screen.env, **({"QT_SCALE_FACTOR": str(scale)} if scale != 1 else {}))
         self.folder = folder or tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
@@ -190,7 +218,9 @@ class Game:
         self.window = None
 
     def start(self):
-        self.process = self.screen._start([self.program], env=self.env, cwd=self.folder)
+        with open(self.terminal, "wb") as terminal:
+            self.process = self.screen._start([self.program], env=self.env, cwd=self.folder, stdout=terminal,
+                                              stderr=terminal)
         self.window = self.screen.window(self.TITLE)
         # The splash goes half a second after the main window has come.
         wait_for(lambda: self.windows() == 1, "the splash to go")
@@ -202,6 +232,7 @@ class Game:
         """Ends the program by closing its window."""
         self.screen.key("alt+F4")
         self.process.wait(10)
+        check(self.process.returncode == 0, f"the program ended with {self.process.returncode}")
 
     def find_board(self):
         """Where the board's visible part begins on the screen: below the menu bar."""
@@ -252,6 +283,31 @@ class Game:
         across, down = 2835 + 10 + column * 1835 + 862, 60 + 10 + 200 + row * 1790 + 840
         return x + across * self.scale / 15, y + down * self.scale / 15
 
+    def picture(self, name, size, *look):
+        """Makes a picture in the folder of pictures; `look` goes to ImageMagick."""
+        path = f"{self.folder}/Imagens/{name}"
+        os.makedirs(os.path.dirname(path), exist_ok=True)
+        run("convert", "-size", size, *look, path)
+
+    def start_picture(self, level, number=1, shot=None, seconds=15.0):
+        """A new game of the number-th picture."""
+        dialog = self.new_game(level)
+        time.sleep(1.0)
+        if shot:
+            self.screen.screenshot(shot)
+        self.screen.click(*self.thumbnail(dialog, number), times=2)
+        self.screen.gone("Busca Imagens", seconds)
+        time.sleep(0.6)
+
+    def won(self, shot=None):
+        """The game says that it is complete, and is told so."""
+        self.screen.window("Parabéns!!")
+        time.sleep(0.3)
+        if shot:
+            self.screen.screenshot(shot)
+        self.screen.key("Return")
+        self.screen.gone("Parabéns!!")
+
     def save(self, name):
         """Saves by Ctrl+S and a typed name; returns the file's path."""
         path = os.path.join(self.folder, "Save", name + ".pzl")
@@ -297,22 +353,16 @@ class Saved:
         self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + number[10] + 1]]
 
 
-def solve(game, saved, until=None, corner=None):
+def solve(game, saved, left=0, done=0):
     """Plays the game to its end with the mouse, as the saved game says the pieces lie.
 
-    The top-left piece goes first, to `corner` of the board (a free place in view); the others are
-    turned upright in the hand and dropped beside it, last piece last. `until` stops before so many
-    pieces are left to place.
+    The top-left piece goes first, near the corner in view; the others are turned upright in the hand and dropped
+    beside it, last piece last. Stops with so many pieces `left` to place; goes on where so many are `done`.
     """
     half = saved.tile // 2
     pieces = sorted(saved.pieces, key=lambda p: (p["row"], p["col"]))
-    left, top = game.board_offset
-    ref_x, ref_y = corner or (-left + 60, -top + 60)
-    ref_x, ref_y = round(ref_x / 11) * 11, round(ref_y / 11) * 11
-    for count, piece in enumerate(pieces):
-        if until is not None and len(pieces) - count <= until:
-            return
-        target_x, target_y = ref_x + piece["col"] * saved.cell, ref_y + piece["row"] * saved.cell
+    ref_x, ref_y = (round((60 - offset) / 11) * 11 for offset in game.board_offset)
+    for piece in pieces[done:len(pieces) - left]:
         x1, y1 = game.to_screen(piece["x"] + half, piece["y"] + half)
-        x2, y2 = game.to_screen(target_x + half, target_y + half)
+        x2, y2 = game.to_screen(ref_x + piece["col"] * saved.cell + half, ref_y + piece["row"] * saved.cell + half)
         game.screen.drag(x1, y1, x2 + 3, y2 - 2, turns=(4 - piece["rotation"]) % 4)

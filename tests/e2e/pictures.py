@@ -6,10 +6,9 @@ usage: pictures.py PROGRAM SCREENSHOT_FOLDER
 import os
 import shutil
 import struct
-import sys
 import time
 
-from desktop import Failure, Game, Saved, Screen, run, wait_for
+from desktop import Game, Saved, Screen, at_rest, check, run, script
 
 PLASMA = ["-seed", "11", "plasma:red-blue"]
 # The mean difference of a colour, 0 to 255, that filters and colour conversions may make; a picture turned or
@@ -17,18 +16,14 @@ PLASMA = ["-seed", "11", "plasma:red-blue"]
 BOUND = 6.0
 
 
-def exif(mark):
-    """An APP1 segment that holds the orientation mark alone."""
+def mark_orientation(path, mark):
+    """Puts an APP1 segment that holds the orientation mark alone behind the start of a JPEG."""
     tiff = b"II*\0" + struct.pack("<IHHHII", 8, 1, 0x0112, 3, 1, mark) + b"\0\0\0\0"
     body = b"Exif\0\0" + tiff
-    return b"\xff\xe1" + struct.pack(">H", len(body) + 2) + body
-
-
-def mark_orientation(path, mark):
     with open(path, "rb") as file:
         data = file.read()
     with open(path, "wb") as file:
-        file.write(data[:2] + exif(mark) + data[2:])
+        file.write(data[:2] + b"\xff\xe1" + struct.pack(">H", len(body) + 2) + body + data[2:])
 
 
 def bmp(path, width, height, bits, rows, compression=0, palette=b"", masks=b""):
@@ -43,21 +38,22 @@ def bmp(path, width, height, bits, rows, compression=0, palette=b"", masks=b""):
 def hand_made(folder):
     """Bitmaps that the other program does not write: rows from the top down, runs of nibbles, 16 and 32 bits."""
     width, height = 160, 120
-    colour = lambda x, y: (x * 255 // width, y * 255 // height, (x + y) * 255 // (width + height))
-    rows = [[colour(x, y) for x in range(width)] for y in range(height)]
-    bmp(folder + "/topdown24.bmp", width, -height, 24, b"".join(bytes((b, g, r)) for row in rows for r, g, b in row))
-    bmp(folder + "/bits32.bmp", width, height, 32,
-        b"".join(bytes((b, g, r, 0)) for row in reversed(rows) for r, g, b in row))
+
+    def rows(form, step):
+        return b"".join(form(x * 255 // width, y * 255 // height, (x + y) * 255 // (width + height))
+                        for y in range(height)[::step] for x in range(width))
+
+    bmp(folder + "/topdown24.bmp", width, -height, 24, rows(lambda r, g, b: bytes((b, g, r)), 1))
+    bmp(folder + "/bits32.bmp", width, height, 32, rows(lambda r, g, b: bytes((b, g, r, 0)), -1))
     bmp(folder + "/bits16.bmp", width, height, 16,
-        b"".join(struct.pack("<H", (r >> 3) << 10 | (g >> 3) << 5 | b >> 3) for row in reversed(rows) for r, g, b in row))
+        rows(lambda r, g, b: struct.pack("<H", (r >> 3) << 10 | (g >> 3) << 5 | b >> 3), -1))
     bmp(folder + "/fields565.bmp", width, height, 16,
-        b"".join(struct.pack("<H", (r >> 3) << 11 | (g >> 2) << 5 | b >> 3) for row in reversed(rows) for r, g, b in row),
+        rows(lambda r, g, b: struct.pack("<H", (r >> 3) << 11 | (g >> 2) << 5 | b >> 3), -1),
         compression=3, masks=struct.pack("<III", 0xF800, 0x07E0, 0x001F))
     palette = b"".join(bytes((16 * i, 255 - 16 * i, 128, 0)) for i in range(16))
     # Runs of 20 nibbles of one colour, eight to a row; an end of line after each.
-    runs = b"".join(bytes((20, (i + y // 10) % 16 * 17)) for y in range(height) for i in range(8))
-    rle4 = b"".join(runs[16 * y:16 * y + 16] + b"\0\0" for y in range(height)) + b"\0\1"
-    bmp(folder + "/runs4.bmp", width, height, 4, rle4, compression=2, palette=palette)
+    runs = [b"".join(bytes((20, (i + y // 10) % 16 * 17)) for i in range(8)) for y in range(height)]
+    bmp(folder + "/runs4.bmp", width, height, 4, b"\0\0".join(runs) + b"\0\0\0\1", compression=2, palette=palette)
 
 
 def make_pictures(folder):
@@ -95,21 +91,19 @@ def natural(path):
     return tuple(map(int, run("convert", path + "[0]", "-auto-orient", "-format", "%w %h", "info:").split()))
 
 
+def mean_difference(pairs):
+    """Of the colours of pairs of pixels."""
+    pairs = list(pairs)
+    return sum(abs(a - b) for one, other in pairs for a, b in zip(one, other)) / (3 * len(pairs))
+
+
 def apart(pixel, left, top, ref, width, height, bottom):
     """The mean difference over the rectangle, its border and what lies below `bottom` left out; the best of nine
     places inside the sheet's frame."""
     inset, seen = 3, min(height - 3, bottom - top)
-    best = 255.0
-    for dy in (1, 2, 3):
-        for dx in (1, 2, 3):
-            total = count = 0
-            for y in range(inset, seen, 2):
-                for x in range(inset, width - inset, 2):
-                    at = 3 * (y * width + x)
-                    total += sum(abs(a - b) for a, b in zip(pixel(left + dx + x, top + dy + y), ref[at:at + 3]))
-                    count += 3
-            best = min(best, total / count)
-    return best
+    return min(mean_difference((pixel(left + dx + x, top + dy + y), ref[3 * (y * width + x):][:3])
+                               for y in range(inset, seen, 2) for x in range(inset, width - inset, 2))
+               for dy in (1, 2, 3) for dx in (1, 2, 3))
 
 
 def thumbnail_size(width, height):
@@ -119,33 +113,28 @@ def thumbnail_size(width, height):
     return 1500 * width / height, 1500
 
 
-def at_rest(screen):
-    before = screen.bytes()
-    for _ in range(40):
-        time.sleep(0.3)
-        now = screen.bytes()
-        if now == before:
-            return screen.pixels()
-        before = now
-    raise Failure("the dialog does not come to rest")
-
-
-def check_thumbnails(game, files, shots, page):
-    screen = game.screen
+def offer(game, files):
+    """Makes these the only pictures there are."""
     folder = game.folder + "/Imagens"
     shutil.rmtree(folder, ignore_errors=True)
     os.makedirs(folder)
     for file in files:
         shutil.copy(file, folder)
-    names = os.listdir(folder)  # the file system's own order, as the dialog's
+    return folder
+
+
+def check_thumbnails(game, files, shots, page):
+    screen = game.screen
+    folder = offer(game, files)
     dialog = game.new_game(3)
     screen.move(5, screen.height - 5)
     time.sleep(0.5)
-    pixel = at_rest(screen)
+    at_rest(screen.bytes)
+    pixel = screen.pixels()
     screen.screenshot(f"{shots}/thumbnails-{page}.png")
     wrong = []
     bottom = screen.place(dialog)[1] + 3460 // 15 - 5  # the second row is cut off by the sheet's frame
-    for number, name in enumerate(names, 1):
+    for number, name in enumerate(os.listdir(folder), 1):  # the file system's own order, as the dialog's
         w, h = thumbnail_size(*natural(f"{folder}/{name}"))
         x, y = game.thumbnail(dialog, number)
         width, height = round(w / 15), round(h / 15)
@@ -160,19 +149,12 @@ def check_thumbnails(game, files, shots, page):
 
 
 def check_board(game, file, shots):
-    """Square pieces lie upright at "Kids A": each shows its cell of the picture."""
+    """Square pieces lie upright at "Kids A": each shows its cell of the picture. How far they are from it, and how
+    far their darkest and lightest tenths are apart."""
     screen = game.screen
-    folder = game.folder + "/Imagens"
-    shutil.rmtree(folder, ignore_errors=True)
-    os.makedirs(folder)
-    shutil.copy(file, folder)
-    dialog = game.new_game(0)
-    time.sleep(1.0)
-    screen.click(*game.thumbnail(dialog, 1), times=2)
-    screen.gone("Busca Imagens", 60)
-    time.sleep(0.6)
+    offer(game, [file])
+    game.start_picture(0, seconds=60)
     saved = Saved(game.save("jogo"))
-    os.remove(game.folder + "/Save/jogo.pzl")
     pixel = screen.pixels()
     name = os.path.basename(file)
     screen.screenshot(f"{shots}/board-{name}.png")
@@ -181,8 +163,7 @@ def check_board(game, file, shots):
     painted, (width, height) = reference(file, *saved.size), saved.size
     left, top = (cols * saved.cell - width) // 2, (rows * saved.cell - height) // 2
     margin = (saved.tile - saved.cell) // 2
-    total = count = 0
-    shades = []
+    pairs = []
     for piece in saved.pieces:
         x0, y0 = game.to_screen(piece["x"] + margin, piece["y"] + margin)
         if x0 < 0 or x0 + saved.cell > screen.width - 240 or y0 < game.origin[1] or y0 + saved.cell > screen.height - 240:
@@ -190,25 +171,20 @@ def check_board(game, file, shots):
         for y in range(8, saved.cell - 8, 2):
             for x in range(8, saved.cell - 8, 2):
                 px, py = piece["col"] * saved.cell + x - left, piece["row"] * saved.cell + y - top
-                if not (2 <= px < width - 2 and 2 <= py < height - 2):
-                    continue
-                seen = pixel(int(x0) + x, int(y0) + y)
-                at = 3 * (py * width + px)
-                total += sum(abs(a - b) for a, b in zip(seen, painted[at:at + 3]))
-                shades.append(seen[1])
-                count += 3
-    if count < 3000:
-        raise Failure(f"{name}: too little of the board is in view")
-    shades.sort()
-    low, high = shades[len(shades) // 10], shades[len(shades) * 9 // 10]
-    print(f"board of {name}: {len(saved.pieces)} pieces, {total / count:.1f} of 255 apart, shades {low} to {high}")
-    return total / count, low, high
+                if 2 <= px < width - 2 and 2 <= py < height - 2:
+                    pairs.append((pixel(int(x0) + x, int(y0) + y), painted[3 * (py * width + px):][:3]))
+    check(len(pairs) >= 1000, f"{name}: too little of the board is in view")
+    shades = sorted(seen[1] for seen, _ in pairs)
+    contrast = shades[len(shades) * 9 // 10] - shades[len(shades) // 10]
+    difference = mean_difference(pairs)
+    print(f"board of {name}: {len(saved.pieces)} pieces, {difference:.1f} of 255 apart, contrast {contrast}")
+    return difference, contrast
 
 
 def check_boards(game, pictures, shots):
     wrong = []
     for name in ("progressive.jpg", "cmyk.jpg", "mark6.jpg", "holes.gif", "runs8.bmp", "topdown24.bmp"):
-        difference, _, _ = check_board(game, f"{pictures}/{name}", shots)
+        difference, _ = check_board(game, f"{pictures}/{name}", shots)
         if difference > BOUND:
             wrong.append(f"the board of {name} by {difference:.1f}")
     # A photograph of 24 megapixels: stripes that are still some pixels wide stay sharp, finer ones turn grey.
@@ -217,17 +193,15 @@ def check_boards(game, pictures, shots):
         with open(f"{pictures}/stripes.pgm", "wb") as file:
             file.write(b"P5 6000 4000 255\n" + row[:6000] * 4000)
         run("convert", f"{pictures}/stripes.pgm", "-quality", "95", f"{pictures}/{name}")
-        difference, low, high = check_board(game, f"{pictures}/{name}", shots)
-        if name == "stripes.jpg" and (difference > BOUND + 2 or high - low < 220):
-            wrong.append(f"stripes lose their contrast: {low} to {high}, {difference:.1f} apart")
-        if name == "grain.jpg" and high - low > 24:
-            wrong.append(f"fine stripes become grain: {low} to {high}")
+        difference, contrast = check_board(game, f"{pictures}/{name}", shots)
+        if name == "stripes.jpg" and (difference > BOUND + 2 or contrast < 220):
+            wrong.append(f"stripes lose their contrast: {contrast}, {difference:.1f} apart")
+        if name == "grain.jpg" and contrast > 24:
+            wrong.append(f"fine stripes become grain: {contrast}")
     return wrong
 
 
-def main():
-    program, shots = sys.argv[1], sys.argv[2]
-    os.makedirs(shots, exist_ok=True)
+def main(program, shots):
     with Screen(1366, 768) as screen:
         game = Game(screen, program)
         pictures = screen.home + "/pictures"
@@ -239,13 +213,9 @@ def main():
             wrong += check_thumbnails(game, files[page:page + 8], shots, page // 8 + 1)
         wrong += check_boards(game, pictures, shots)
         game.end()
-    if wrong:
-        raise Failure("differ from the reference: " + "; ".join(wrong))
+    check(not wrong, "differ from the reference: " + "; ".join(wrong))
     print(f"{len(files)} thumbnails and 8 boards look as they should")
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except Failure as failure:
-        sys.exit(f"pictures: {failure}")
+    script(main)

@@ -3,12 +3,10 @@
 usage: screens.py PROGRAM SCREENSHOT_FOLDER [NAME...]
 """
 
-import os
-import sys
 import time
 from concurrent.futures import ThreadPoolExecutor
 
-from desktop import Failure, Game, Saved, Screen, run, solve, wait_for
+from desktop import Failure, Game, Saved, Screen, at_rest, check, run, script, solve, wait_for
 
 # Name, screen, scale, level, the cell of that level there. All pictures make three columns and two rows.
 GAMES = [
@@ -19,18 +17,6 @@ GAMES = [
     ("dense", (3840, 2160), 2, 0, 88),
     ("broken", (1920, 1080), 1.5, 3, 66),
 ]
-
-
-def settled(screen, skip):
-    """The screen once nothing moves any more but the clock in its panel `skip`."""
-    before = without(screen, skip)
-    for _ in range(20):
-        time.sleep(0.25)
-        now = without(screen, skip)
-        if now == before:
-            return now
-        before = now
-    raise Failure("the screen does not come to rest")
 
 
 def without(screen, skip):
@@ -55,9 +41,10 @@ def no_trails(game, saved):
     piece = max(saved.pieces, key=lambda p: p["id"])
     half = saved.tile // 2
     at = game.to_screen(piece["x"] + half, piece["y"] + half)
+    look = lambda: at_rest(lambda: without(screen, panel), pause=0.25)
     screen.click(*at)  # on top from here on
     screen.move(x + 5, y + 3)
-    before = settled(screen, panel)
+    before = look()
     screen.move(*at)
     screen.press()
     for dx, dy in ((-37, 21), (-83, 55), (-40, 130), (31, 97), (90, 33), (51, -7), (13, 5), (0, 0)):
@@ -65,10 +52,9 @@ def no_trails(game, saved):
         time.sleep(0.02)
     screen.release()
     screen.move(x + 5, y + 3)
-    after = settled(screen, panel)
+    after = look()
     rows = changed(before, after, s)
-    if rows:
-        raise Failure(f"a drag left trails in the rows {rows[:20]}")
+    check(not rows, f"a drag left trails in the rows {rows[:20]}")
     if height > game.primary[1]:
         return  # the bar's range is shorter than the way there and back
     screen.move(*at)
@@ -76,16 +62,13 @@ def no_trails(game, saved):
     time.sleep(0.2)
     screen.xdo("click", 4)
     screen.move(x + 5, y + 3)
-    fresh = settled(screen, panel)
-    rows = changed(after, fresh, s)
-    if rows:
-        raise Failure(f"a fresh paint differs in the rows {rows[:20]}")
+    rows = changed(after, look(), s)
+    check(not rows, f"a fresh paint differs in the rows {rows[:20]}")
 
 
 def start(game, cell):
-    os.makedirs(game.folder + "/Imagens")
-    run("convert", "-size", f"{3 * cell - 8}x{2 * cell - 8}", "plasma:tomato-steelblue", "-seed", "7", "-quality", "92",
-        game.folder + "/Imagens/foto.jpg")
+    game.picture("foto pequena.jpg", f"{3 * cell - 8}x{2 * cell - 8}", "plasma:tomato-steelblue", "-seed", "7",
+                 "-quality", "92")
     return game.start()
 
 
@@ -101,12 +84,7 @@ def touching(saved):
 
 def play(game, name, level, cell, shots):
     screen = game.screen
-    dialog = game.new_game(level)
-    time.sleep(1.0)
-    screen.screenshot(f"{shots}/{name}-1-dialog.png")
-    screen.click(*game.thumbnail(dialog, 1), times=2)
-    screen.gone("Busca Imagens")
-    time.sleep(0.6)
+    game.start_picture(level, shot=f"{shots}/{name}-1-dialog.png")
     saved = Saved(game.save("jogo"))
     for _ in range(20):
         if not touching(saved):
@@ -117,19 +95,14 @@ def play(game, name, level, cell, shots):
         screen.key("alt+s")
         wait_for(lambda: game.windows() == 1, "the question to close")
         saved = Saved(game.save("jogo"))
-    if (len(saved.pieces), saved.cell) != (6, cell):
-        raise Failure(f"{len(saved.pieces)} pieces of {saved.cell} instead of 6 of {cell}")
+    check((len(saved.pieces), saved.cell) == (6, cell), f"{len(saved.pieces)} pieces of {saved.cell}, not 6 of {cell}")
     no_trails(game, saved)
     screen.screenshot(f"{shots}/{name}-2-scattered.png")
-    solve(game, saved)
-    screen.window("Parabéns!!")
-    time.sleep(0.3)
-    screen.screenshot(f"{shots}/{name}-3-complete.png")
-    screen.key("Return")
-    screen.gone("Parabéns!!")
+    solve(game, saved, left=1)
+    check(not screen.has_window("Parabéns!!"), "won with a piece still out of place")
+    solve(game, saved, done=5)
+    game.won(f"{shots}/{name}-3-complete.png")
     game.end()
-    if game.process.returncode != 0:
-        raise Failure(f"the program ended with {game.process.returncode}")
 
 
 def two_monitors(program, shots):
@@ -155,9 +128,7 @@ def one_screen(program, shots, name, size, scale, level, cell):
         play(start(Game(screen, program, scale=scale), cell), name, level, cell, shots)
 
 
-def main():
-    program, shots, wanted = sys.argv[1], sys.argv[2], sys.argv[3:]
-    os.makedirs(shots, exist_ok=True)
+def main(program, shots, *wanted):
     games = [(f"{name}: {size[0]}x{size[1]}, scale {scale}, level {level}", one_screen, (name, size, scale, level, cell))
              for name, size, scale, level, cell in GAMES] + [("monitors: 800x600 beside 1920x1080", two_monitors, ())]
     wrong = []
@@ -170,12 +141,8 @@ def main():
                 print(f"{title}: won")
             except Failure as failure:
                 wrong.append(f"{title}: {failure}")
-    if wrong:
-        raise Failure("\n".join(wrong))
+    check(not wrong, "\n".join(wrong))
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except Failure as failure:
-        sys.exit(f"screens: {failure}")
+    script(main)
