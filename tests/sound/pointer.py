@@ -7,10 +7,12 @@ import ctypes
 import ctypes.util
 import time
 
+from pulse import Closing
+
 ALL_PLANES, Z_PIXMAP = 0xFFFFFFFF, 2
 
 
-class Pointer:
+class Pointer(Closing):
     def __init__(self, display):
         self.x11 = ctypes.CDLL(ctypes.util.find_library("X11") or "libX11.so.6")
         self.xtst = ctypes.CDLL(ctypes.util.find_library("Xtst") or "libXtst.so.6")

@@ -2,7 +2,6 @@
 
 import os
 import signal
-import socket
 import subprocess
 import tempfile
 import threading
@@ -14,7 +13,17 @@ from desktop import wait_for
 RATE = 44100
 
 
-class Daemon:
+class Closing:
+    """Closed at the end of its `with`."""
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.close()
+
+
+class Daemon(Closing):
     """PulseAudio in the foreground, in a folder of its own, found by its socket only."""
 
     def __init__(self, log):
@@ -28,7 +37,6 @@ class Daemon:
             ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
              "--realtime=yes", "--high-priority=yes", "--log-target=stderr",
              "-L", f"module-native-protocol-unix socket={self.socket} auth-anonymous=1",
-             "-L", f"module-cli-protocol-unix socket={self.folder}/cli",
              "-L", f"module-null-sink sink_name=fento rate={RATE} channels=1 format=s16le"],
             stdin=subprocess.DEVNULL, stdout=log, stderr=log, env=self.env)
         wait_for(lambda: os.path.exists(self.socket) and self.ask("info").returncode == 0, "the sound daemon")
@@ -36,12 +44,6 @@ class Daemon:
     def ask(self, *words):
         return subprocess.run(["pactl", *words], env=self.env, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
                               stdin=subprocess.DEVNULL, timeout=10, text=True)
-
-    def open_line(self):
-        """A connection that takes the daemon's own commands, without a program in between."""
-        line = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        line.connect(self.folder + "/cli")
-        return line
 
     def streams(self):
         """How many programs play on it."""
@@ -68,7 +70,7 @@ class Daemon:
         subprocess.run(["rm", "-rf", self.folder], check=False)
 
 
-class Recorder:
+class Recorder(Closing):
     """Everything that the sink gets, from now on, and when each sample of it went by.
 
     The position of a sample is exact; the moments at which chunks arrive are late by a varying time, never
@@ -79,7 +81,6 @@ class Recorder:
     def __init__(self, daemon, log):
         self.samples = array("h")
         self.start = None
-        self.lateness = []  # of each chunk against the clock, seconds
         self.process = subprocess.Popen(
             ["parec", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=1", "--device=fento.monitor",
              "--latency-msec=4", "--volume=65536"],
@@ -99,13 +100,11 @@ class Recorder:
             whole = len(left) // 2 * 2
             self.samples.frombytes(left[:whole])
             left = left[whole:]
-            start = now - len(self.samples) / RATE
-            moments.append((now, start))
+            moments.append((now, now - len(self.samples) / RATE))
             # The sink's clock and ours drift apart: only the last seconds count.
             while moments[0][0] < now - 20:
                 moments.pop(0)
             self.start = min(moment[1] for moment in moments)
-            self.lateness.append(start - self.start)
 
     def position(self):
         return len(self.samples)

@@ -5,19 +5,17 @@ usage: sound_check.py PROGRAM SCREENSHOT_FOLDER WAVES_FOLDER
 
 import os
 import statistics
-import subprocess
 import sys
 import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
-from desktop import Failure, Game, Saved, Screen, run, wait_for  # noqa: E402
+from desktop import Failure, Game, Saved, Screen, check, script, wait_for  # noqa: E402
 from pointer import Pointer  # noqa: E402
 from pulse import RATE, Daemon, Recorder  # noqa: E402
-from waves import find, references, rough_likeness  # noqa: E402
+from waves import find, references  # noqa: E402
 
-HEARD_WITHIN = 0.030  # from the press to the sink
-PRESSES = 15
+HEARD_WITHIN = 0.028  # from the press to the sink, which works ahead of the clock by up to 2 ms
 GAMES = 8  # that may be played until one is heard without gaps
 
 
@@ -25,33 +23,14 @@ class Dropout(Failure):
     """The machine was too busy to deliver the sound in time: the same must be listened to once more."""
 
 
-class SoundScreen(Screen):
-    """Keeps what the game writes to its terminal; says which daemon the game finds."""
-
-    def __init__(self, width, height):
-        super().__init__(width, height)
-        self.terminal = os.path.join(self.home, "terminal.txt")
-
-    def _start(self, command, **more):
-        if not os.path.basename(command[0]).startswith("fento"):
-            return super()._start(command, **more)
-        with open(self.terminal, "wb") as terminal:
-            process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=terminal, stderr=terminal, **more)
-        self.processes.append(process)
-        return process
-
-    def said(self):
-        with open(self.terminal, "rb") as terminal:
-            return terminal.read().decode(errors="replace")
-
-
 class Player:
     """Carries pieces about with the mouse and knows where on the screen they lie."""
 
-    def __init__(self, game, pointer, saved):
-        self.game, self.pointer, self.saved = game, pointer, saved
-        half = saved.tile // 2
-        self.pieces = sorted(saved.pieces, key=lambda p: (p["row"], p["col"]))
+    def __init__(self, game, pointer):
+        game.start_picture(3)
+        self.game, self.pointer, self.saved = game, pointer, Saved(game.save("som"))
+        half = self.saved.tile // 2
+        self.pieces = sorted(self.saved.pieces, key=lambda p: (p["row"], p["col"]))
         for piece in self.pieces:
             piece["at"] = game.to_screen(piece["x"] + half, piece["y"] + half)
 
@@ -62,18 +41,20 @@ class Player:
         return (left + half + round((x - left - half) / pitch) * pitch,
                 top + half + round((y - top - half) / pitch) * pitch)
 
-    def free_places(self):
-        """Places in view far from every piece, not below the panel in the corner."""
+    def free_place(self):
+        """A place in view far from every piece, not below the panel in the corner."""
         width, height = self.game.screen.width, self.game.screen.height
-        for y in range(height - 260, 250, -30):
-            for x in range(width - 450, 450, -30):
-                if all(abs(p["at"][0] - x) > 150 or abs(p["at"][1] - y) > 150 for p in self.pieces):
-                    yield self.aligned(x, y)
+        return next(self.aligned(x, y) for y in range(height - 260, 250, -30) for x in range(width - 450, 450, -30)
+                    if all(abs(p["at"][0] - x) > 150 or abs(p["at"][1] - y) > 150 for p in self.pieces))
 
     def grab(self, piece):
         self.pointer.move(*piece["at"])
         time.sleep(0.05)
         return self.pointer.press()
+
+    def turn(self, piece):
+        self.pointer.click(3)
+        piece["rotation"] = (piece["rotation"] + 1) % 4
 
     def drop(self, piece, place):
         x, y = piece["at"]
@@ -82,331 +63,214 @@ class Player:
             time.sleep(0.01)
         time.sleep(0.05)
         piece["at"] = place
-        return self.pointer.release()
-
-    def turn_upright(self, piece):
-        for _ in range((4 - piece["rotation"]) % 4):
-            self.pointer.click(3)
-            time.sleep(0.02)
-        piece["rotation"] = 0
+        self.pointer.release()
 
     def home(self, piece):
-        first = self.pieces[0]["at"]
-        return (first[0] + piece["col"] * self.saved.cell, first[1] + piece["row"] * self.saved.cell)
+        x, y = self.pieces[0]["at"]
+        return x + piece["col"] * self.saved.cell, y + piece["row"] * self.saved.cell
+
+    def seconds_shown(self):
+        """From the last move of a carried piece until it is seen at a bare spot of the board."""
+        piece, place = self.pieces[-1], self.free_place()
+        self.pointer.move(*piece["at"])
+        before = self.pointer.pixel(*place)
+        self.pointer.press()
+        time.sleep(0.02)
+        moved = self.pointer.move(*place)
+        seconds = self.pointer.seconds_until_changed(*place, before, moved)
+        self.pointer.release()
+        time.sleep(0.05)
+        check(seconds is not None, "the game stands still: a carried piece does not move")
+        piece["at"] = place
+        return seconds
+
+    def moves(self, what, limit=1.0):
+        """Carries a piece about; the moves must be on the screen in time."""
+        seconds = statistics.median(self.seconds_shown() for _ in range(10))
+        print(f"  moves shown {what}: {seconds * 1000:.1f} ms")
+        check(seconds <= limit, f"moves take {seconds:.3f} s {what}")
+        return seconds
 
 
-class Check:
+class Ear:
     def __init__(self, recorder, known):
         self.recorder, self.known = recorder, known
 
-    def hears(self, what, expected, since, wait, whole=None):
-        """The waves after `since` are `expected`; those named in `whole` (or all) with their full lengths."""
+    def listen(self, what, act, wait):
+        """The waves from before `act` until `wait` seconds after it."""
+        since = self.recorder.position()
+        act()
         time.sleep(wait)
         heard = find(self.recorder.samples[since:], self.known)
-        names = [wave.name for wave in heard]
-        refuse_dropouts(what, heard)
-        if names != expected:
-            raise Failure(f"{what}: heard {heard}, expected {expected}")
-        for index, wave in enumerate(heard):
-            if (whole is None or index in whole) and not wave.whole:
-                raise Failure(f"{what}: {heard}: {wave.name} ended after {wave.length} samples")
-        for index, wave in enumerate(heard):
-            if whole is not None and index not in whole and wave.whole:
-                raise Failure(f"{what}: {heard}: {wave.name} was not cut off")
-        lengths = ", ".join(f"{w.name} {w.length * 1000 / RATE:.1f} ms{'' if w.whole else ' (cut off)'}"
-                            for w in heard)
-        print(f"  {what}: {lengths or 'silence'}")
+        print(f"  {what}: {heard[:6]}")
+        if any(wave.name == "?" for wave in heard) and heard[0].name != "?":
+            raise Dropout(f"{what} has gaps")
         return heard
 
-    def last_is(self, what, name, since, wait):
-        """The waves before the last one were cut off at once, or within a buffer of it."""
-        time.sleep(wait)
-        heard = find(self.recorder.samples[since:], self.known)
-        refuse_dropouts(what, heard)
-        if not heard or heard[-1].name != name or not heard[-1].whole:
-            raise Failure(f"{what}: heard {heard}, expected {name} to its end")
-        if any(wave.whole or wave.length > RATE * 0.03 for wave in heard[:-1]):
-            raise Failure(f"{what}: {heard}: a wave was not cut off")
-        wave = heard[-1]
-        like = rough_likeness(self.recorder.samples[since + wave.start:since + wave.end], self.known[name])
-        print(f"  {what}: {name} {wave.length * 1000 / RATE:.1f} ms, correlation {like:.4f}"
-              f"{', after ' + str(heard[:-1]) if heard[:-1] else ''}")
+    def hears(self, what, act, wait, *expected, cut=()):
+        """Just these waves with their full lengths, but those at the places `cut` cut off."""
+        heard = self.listen(what, act, wait)
+        check([wave.name for wave in heard] == list(expected), f"{what}: heard {heard}, expected {expected}")
+        for place, wave in enumerate(heard):
+            check(wave.whole == (place not in cut), f"{what}: {heard}")
 
+    def hears_last(self, what, act, wait, name):
+        """That wave to its end; the waves before it are cut off at once, or within a buffer of it."""
+        heard = self.listen(what, act, wait)
+        check(heard and heard[-1].name == name and heard[-1].whole, f"{what}: heard {heard}, expected {name}")
+        check(not any(wave.whole or wave.length > RATE * 0.03 for wave in heard[:-1]), f"{what}: not cut off: {heard}")
 
-def refuse_dropouts(what, heard):
-    if any(wave.name == "?" or wave.gap for wave in heard) and heard[0].name != "?":
-        raise Dropout(f"{what}: {heard[:6]}: with gaps")
-
-
-def onset(recorder, since, loud=2000):
-    samples = recorder.samples
-    return next((i for i in range(since, len(samples)) if abs(samples[i]) > loud), None)
-
-
-def measure_floor(daemon, recorder, wave):
-    """Milliseconds until a sound that the daemon holds itself is in the recording: nobody can be faster."""
-    line = daemon.open_line()
-    line.sendall(f"load-sample click {wave}\n".encode())
-    time.sleep(0.3)
-    delays = []
-    for _ in range(PRESSES):
-        since = recorder.position()
-        sent = time.monotonic()
-        line.sendall(b"play-sample click fento\n")
-        time.sleep(0.3)
-        place = onset(recorder, since)
-        if place is not None:
-            delays.append((recorder.moment(place) - sent) * 1000)
-    line.close()
-    return delays
-
-
-def measure_presses(player, recorder, check):
-    """Milliseconds from a press on a piece to the first loud sample of its click."""
-    piece, delays = player.pieces[-1], []
-    for number in range(PRESSES):
-        time.sleep(0.2 + number * 0.0037)
-        since = recorder.position()
-        pressed = player.grab(piece)
+    def delay(self, press):
+        """Seconds from a press to the first loud sample."""
+        since = self.recorder.position()
+        pressed = press()
         time.sleep(0.25)
-        place = onset(recorder, since)
-        if place is None:
-            raise Failure("a pick-up was not heard")
-        delays.append((recorder.moment(place) - pressed) * 1000)
-        player.drop(piece, piece["at"])
-        time.sleep(0.1)
-    return delays
+        samples = self.recorder.samples
+        place = next((i for i in range(since, len(samples)) if abs(samples[i]) > 2000), None)
+        check(place is not None, "a pick-up was not heard")
+        return self.recorder.moment(place) - pressed
 
 
-def say_delays(what, delays):
-    print(f"  {what}: median {statistics.median(delays):.1f} ms, {min(delays):.1f} to {max(delays):.1f} ms "
-          f"({len(delays)} times)")
-
-
-def show_time(player, piece, place):
-    """Milliseconds from the last move of a carried piece until it is seen at `place`, a bare spot of the board."""
-    player.pointer.move(*piece["at"])
-    before = player.pointer.pixel(*place)
-    player.pointer.press()
-    time.sleep(0.02)
-    moved = player.pointer.move(*place)
-    seconds = player.pointer.seconds_until_changed(*place, before, moved)
-    player.pointer.release()
-    time.sleep(0.05)
-    if seconds is None:
-        raise Failure("the game stands still: a carried piece does not move")
-    piece["at"] = place
-    return seconds * 1000
-
-
-def move_about(player, what, slowest=None):
-    """Carries a piece between two bare places; each move must be on the screen in time."""
-    piece = player.pieces[-1]
-    times = []
-    for _ in range(10):
-        times.append(show_time(player, piece, next(player.free_places())))
-    print(f"  moves shown {what}: median {statistics.median(times):.1f} ms, at most {max(times):.1f} ms")
-    if slowest is not None and statistics.median(times) > slowest:
-        raise Failure(f"moves take {statistics.median(times):.1f} ms {what}")
-    return times
-
-
-def quiet(screen, what):
-    if screen.said():
-        raise Failure(f"{what}: the terminal got: {screen.said()[:500]}")
-
-
-def start_timed(game):
-    begin = time.monotonic()
-    game.start()
-    return time.monotonic() - begin
-
-
-def end_timed(game):
-    begin = time.monotonic()
-    game.end()
-    if game.process.returncode != 0:
-        raise Failure(f"the program ended with {game.process.returncode}")
-    return time.monotonic() - begin
-
-
-def start_game(game):
-    dialog = game.new_game(3)
-    time.sleep(1.0)
-    game.screen.click(*game.thumbnail(dialog, 1), times=2)
-    game.screen.gone("Busca Imagens")
-    time.sleep(0.6)
-
-
-def play_and_listen(game, pointer, recorder, check, daemon, waves):
-    screen = game.screen
-    start_game(game)
-    player = Player(game, pointer, Saved(game.save("som")))
-    pieces = player.pieces
-
+def play_and_listen(game, pointer, ear):
+    player = Player(game, pointer)
+    pieces, piece = player.pieces, player.pieces[1]
     print("waves:")
     time.sleep(0.5)
-    since = recorder.position()
-    player.grab(pieces[1])
-    check.hears("pick-up", ["CLICK"], since, 0.3)
-    since = recorder.position()
-    pointer.click(3)
-    check.hears("turn", ["GIRO"], since, 0.4)
-    pieces[1]["rotation"] = (pieces[1]["rotation"] + 1) % 4
-    since = recorder.position()
-    player.drop(pieces[1], next(player.free_places()))
-    check.hears("drop", ["CLICK"], since, 0.3)
+    ear.hears("pick-up", lambda: player.grab(piece), 0.3, "CLICK")
+    ear.hears("turn", lambda: player.turn(piece), 0.4, "GIRO")
+    ear.hears("drop", lambda: player.drop(piece, player.free_place()), 0.3, "CLICK")
 
-    since = recorder.position()
-    player.grab(pieces[1])
-    time.sleep(0.03)
-    pointer.click(3)
-    time.sleep(0.09)
-    place = next(player.free_places())
-    pointer.move(*place)
-    pointer.release()
-    pieces[1].update(at=place, rotation=(pieces[1]["rotation"] + 1) % 4)
-    check.hears("pick-up, turn 30 ms later, drop 90 ms later", ["CLICK", "GIRO", "CLICK"], since, 0.4, whole=[2])
+    def in_haste():
+        player.grab(piece)
+        time.sleep(0.03)
+        player.turn(piece)
+        time.sleep(0.09)
+        piece["at"] = player.free_place()
+        pointer.move(*piece["at"])
+        pointer.release()
 
-    print("time to the ear:")
-    floor = measure_floor(daemon, recorder, waves + "/click.wav")
-    say_delays("floor, a sound that the daemon plays by itself", floor)
-    delays = measure_presses(player, recorder, check)
-    say_delays("pick-up", delays)
-    # The sink may work ahead of the clock; a floor below 0 is what it is ahead by.
-    delay = statistics.median(delays) - min(0, statistics.median(floor))
-    print(f"  a pick-up is heard within {delay:.1f} ms")
-    if delay > HEARD_WITHIN * 1000:
-        raise Failure(f"a pick-up is heard after {delay:.1f} ms")
+    ear.hears("pick-up, turn 30 ms later, drop 90 ms later", in_haste, 0.4, "CLICK", "GIRO", "CLICK", cut=(0, 1))
 
-    print("switch:")
-    since = recorder.position()
-    game.menu(1, "Down", "Down", "Down", "Return")
-    player.grab(pieces[-1])
-    pointer.click(3)
-    pieces[-1]["rotation"] = (pieces[-1]["rotation"] + 1) % 4
-    player.drop(pieces[-1], next(player.free_places()))
-    check.hears("switched off: menu, pick-up, turn, drop", [], since, 0.4)
+    delays = []
+    for number in range(15):
+        time.sleep(0.2 + number * 0.0037)
+        delays.append(ear.delay(lambda: player.grab(pieces[-1])))
+        player.drop(pieces[-1], pieces[-1]["at"])
+        time.sleep(0.1)
+    delay = statistics.median(delays)
+    print(f"  a pick-up is heard after {delay * 1000:.1f} ms")
+    check(delay <= HEARD_WITHIN, f"a pick-up is heard after {delay:.3f} s")
+
+    def switched_off():
+        game.menu(1, "Down", "Down", "Down", "Return")
+        player.grab(pieces[-1])
+        player.turn(pieces[-1])
+        player.drop(pieces[-1], player.free_place())
+
+    ear.hears("switched off: menu, pick-up, turn, drop", switched_off, 0.4)
     game.menu(1, "Down", "Down", "Down", "Return")
     time.sleep(0.3)
 
-    print("home:")
-    corner = player.aligned(*game.to_screen(-game.board_offset[0] + 110, -game.board_offset[1] + 110))
+    left, top = game.board_offset
+    corner = player.aligned(*game.to_screen(110 - left, 110 - top))
     for piece in pieces:
         player.grab(piece)
-        player.turn_upright(piece)
+        while piece["rotation"]:
+            player.turn(piece)
+            time.sleep(0.02)
         time.sleep(0.4)
-        since = recorder.position()
-        player.drop(piece, player.home(piece) if piece is not pieces[0] else corner)
-        if piece is not pieces[-1]:
-            check.last_is("drop at home", "ROTATE", since, 0.3)
-        else:
-            check.last_is("win", "COMPLETE", since, 1.6)
-    screen.window("Parabéns!!")
-    screen.key("Return")
-    screen.gone("Parabéns!!")
+        last = piece is pieces[-1]
+        place = corner if piece is pieces[0] else player.home(piece)
+        ear.hears_last("win" if last else "drop at home", lambda: player.drop(piece, place), 1.6 if last else 0.3,
+                       "COMPLETE" if last else "ROTATE")
+    game.won()
 
 
-def break_the_daemon(game, pointer, recorder, check, daemon):
-    screen = game.screen
-    start_game(game)
-    player = Player(game, pointer, Saved(game.save("som")))
+def listen_until_no_gaps(game, pointer, ear):
+    for attempt in range(1, GAMES + 1):
+        try:
+            return play_and_listen(game, pointer, ear)
+        except Dropout as dropout:
+            if attempt == GAMES:
+                raise
+            print(f"  {dropout}: the machine is busy, another game")
+            pointer.release()
+            if game.screen.has_window("Parabéns!!"):
+                game.won()
+
+
+def break_the_daemon(game, pointer, ear, daemon):
+    player = Player(game, pointer)
     print("a daemon that fails:")
-    normal = move_about(player, "while it works")
-    limit = statistics.median(normal) * 2 + 20
+    limit = player.moves("while it works") * 2 + 0.020
     daemon.hang()
-    move_about(player, "while it hangs", limit)
+    player.moves("while it hangs", limit)
     time.sleep(3)
-    move_about(player, "after it hung for seconds", limit)
+    player.moves("after it hung for seconds", limit)
     daemon.go_on()
     time.sleep(1.5)
-    since = recorder.position()
-    player.grab(player.pieces[-1])
-    check.hears("it goes on: pick-up", ["CLICK"], since, 0.5)
-    player.drop(player.pieces[-1], player.pieces[-1]["at"])
+    piece = player.pieces[-1]
+    ear.hears("it goes on: pick-up", lambda: player.grab(piece), 0.5, "CLICK")
+    player.drop(piece, piece["at"])
     daemon.die()
-    move_about(player, "when it died", limit)
+    player.moves("when it died", limit)
     time.sleep(2)
-    move_about(player, "two seconds later", limit)
-    quiet(screen, "a daemon that died")
-    print(f"  the program ended {end_timed(game):.1f} s after it was asked to")
+    player.moves("two seconds later", limit)
+    quiet(game, "a daemon that died")
+    game.end()
 
 
-def start_without(screen, game, usual, log):
+def quiet(game, what):
+    with open(game.terminal, errors="replace") as terminal:
+        said = terminal.read()
+    check(not said, f"{what}: the terminal got: {said[:500]}")
+
+
+def timed(act):
+    begin = time.monotonic()
+    act()
+    return time.monotonic() - begin
+
+
+def starts(game, what, usual):
+    took = timed(game.start)
+    print(f"  start with {what}: {took:.1f} s (usual {usual:.1f} s)")
+    check(took <= usual + 2, f"the start took {took:.1f} s with {what}")
+    time.sleep(1)
+    quiet(game, what)
+
+
+def start_without(game, usual, log):
     daemon = Daemon(log)
     try:
         daemon.hang()
         game.env["PULSE_SERVER"] = daemon.server
-        judge(screen, "a daemon that hangs", start_timed(game), usual)
-        took = end_timed(game)
-        if took > 3:
-            raise Failure(f"the program took {took:.1f} s to end while the daemon hangs")
+        starts(game, "a daemon that hangs", usual)
+        took = timed(game.end)
+        check(took <= 3, f"the program took {took:.1f} s to end while the daemon hangs")
     finally:
         daemon.close()
-    judge(screen, "a daemon that is gone", start_timed(game), usual)
-    end_timed(game)
+    starts(game, "a daemon that is gone", usual)
+    game.end()
     del game.env["PULSE_SERVER"]
-    judge(screen, "no sound device at all", start_timed(game), usual)
-    end_timed(game)
+    starts(game, "no sound device at all", usual)
+    game.end()
 
 
-def judge(screen, what, seconds, usual):
-    print(f"  start with {what}: {seconds:.1f} s (usual {usual:.1f} s)")
-    if seconds > usual + 2:
-        raise Failure(f"the start took {seconds:.1f} s with {what}")
-    time.sleep(1)
-    quiet(screen, what)
-
-
-def main():
-    program, shots, waves = map(os.path.abspath, sys.argv[1:4])
-    os.makedirs(shots, exist_ok=True)
-    with SoundScreen(1366, 768) as screen, open(shots + "/daemon.log", "wb") as log:
-        daemon = Daemon(log)
-        recorder = pointer = None
-        try:
-            recorder = Recorder(daemon, log)
-            pointer = Pointer(screen.env["DISPLAY"])
-            game = Game(screen, program)
-            game.env["PULSE_SERVER"] = daemon.server
-            os.makedirs(game.folder + "/Imagens")
-            run("convert", "-size", "180x120", "plasma:tomato-steelblue", "-seed", "7",
-                game.folder + "/Imagens/foto pequena.jpg")
-            usual = start_timed(game)
-            wait_for(lambda: daemon.streams() >= 1, "the game's stream at the daemon", 5)
-            print(f"the game plays; the recorder's chunks come every few ms, late by at most "
-                  f"{max(recorder.lateness[-200:]) * 1000:.0f} ms")
-            check = Check(recorder, references(waves, RATE))
-            for attempt in range(1, GAMES + 1):
-                try:
-                    play_and_listen(game, pointer, recorder, check, daemon, waves)
-                    break
-                except Dropout as dropout:
-                    if attempt == GAMES:
-                        raise
-                    print(f"  {dropout}: the machine is busy, another game")
-                    pointer.release()
-                    if screen.has_window("Parabéns!!"):
-                        screen.key("Return")
-                        screen.gone("Parabéns!!")
-            break_the_daemon(game, pointer, recorder, check, daemon)
-            start_without(screen, game, usual, log)
-        except Failure:
-            screen.screenshot(shots + "/failed.png")
-            raise
-        finally:
-            if pointer:
-                pointer.close()
-            if recorder:
-                recorder.close()
-                with open(shots + "/recording.s16", "wb") as file:
-                    recorder.samples.tofile(file)
-            daemon.close()
+def main(program, shots, waves):
+    with Screen(1366, 768) as screen, open(shots + "/daemon.log", "wb") as log, Daemon(log) as daemon, \
+            Recorder(daemon, log) as recorder, Pointer(screen.env["DISPLAY"]) as pointer:
+        game = Game(screen, program, terminal=screen.home + "/terminal.txt")
+        game.env["PULSE_SERVER"] = daemon.server
+        game.picture("foto pequena.jpg", "180x120", "plasma:tomato-steelblue", "-seed", "7")
+        usual = timed(game.start)
+        wait_for(lambda: daemon.streams() >= 1, "the game's stream at the daemon", 5)
+        ear = Ear(recorder, references(waves, RATE))
+        listen_until_no_gaps(game, pointer, ear)
+        break_the_daemon(game, pointer, ear, daemon)
+        start_without(game, usual, log)
     print("the sound is as it should be")
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except Failure as failure:
-        sys.exit(f"sound: {failure}")
+    script(main)
