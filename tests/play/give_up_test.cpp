@@ -8,14 +8,6 @@ using namespace PuzzleModule;
 
 namespace {
 
-// A yellow square along the cell's sides, one pixel wide.
-bool Framed(const Surface& board, int x, int y) {
-    constexpr Pixel Yellow = 0xFFFFFF00u;
-    return board.At(x, y) == Yellow && board.At(x + CellSize, y + CellSize) == Yellow &&
-           board.At(x + CellSize, y) == Yellow && board.At(x, y + CellSize / 2) == Yellow &&
-           board.At(x + CellSize + 1, y) != Yellow && board.At(x + 1, y + 1) != Yellow;
-}
-
 std::vector<int> Order() {
     std::vector<int> ids;
     for (const PieceRec& piece : Pieces) ids.push_back(piece.PieceId);
@@ -23,26 +15,6 @@ std::vector<int> Order() {
 }
 
 }  // namespace
-
-TEST(ShownMove, FramesTheUppermostMisplacedPieceAndItsPlaceUntilTheNextComposition) {
-    GameFixture play;
-    play.StartGrid(3, 2, 4);
-    play.Solve(220, 220);
-    play.Put(1, 2, 660, 550);
-    play.Put(1, 0, 440, 660);
-    play.Click(play.Middle(1, 0), 1);  // to the top
-    play.Click(play.Middle(1, 2), 1);
-    const GameFixture::State before = play.Snapshot();
-    const uint64_t board = play.ShownBoard();
-    play.Menu("mnuHints");
-    const int m = Margin();
-    EXPECT_TRUE(Framed(play.main.picScreen.Image, 660 + m, 550 + m));
-    EXPECT_TRUE(Framed(play.main.picScreen.Image, 220 + 2 * CellSize + m, 220 + CellSize + m));
-    EXPECT_FALSE(Framed(play.main.picScreen.Image, 440 + m, 660 + m));
-    EXPECT_EQ(play.Snapshot(), before);
-    play.Click(play.Middle(1, 2), 1);
-    EXPECT_EQ(play.ShownBoard(), board);
-}
 
 TEST(ShownMove, WithoutAnUprightTopLeftPieceThePlacesAreReckonedFromTheBoardsOrigin) {
     GameFixture play;

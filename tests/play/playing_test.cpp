@@ -36,17 +36,3 @@ TEST(ReleaseHold, CommandIsAbandonedIfTheReleaseCompletesTheGame) {
         EXPECT_EQ(play.desktop.log, std::vector<std::string>{"box Jogo Completo"}) << command;
     }
 }
-
-TEST(Dragging, CompanionUnderAThirdPieceStaysUnderIt) {
-    GameFixture play;
-    play.StartGrid(3, 2);
-    play.Solve(220, 220);
-    play.Put(1, 0, 880, 220);
-    play.Click(play.Middle(1, 2), 1);     // to the top
-    play.Put(1, 2, 220 + CellSize, 220);  // over 0 1, which is joined to 0 0
-    play.Press(play.Middle(0, 0));
-    play.Move({500, 500});
-    EXPECT_LT(play.ElementOf(1, 2), play.ElementOf(0, 1));
-    EXPECT_TRUE(play.Piece(0, 1).InGroup);
-    EXPECT_EQ(PickedPiece, play.ElementOf(0, 0));
-}

@@ -114,38 +114,3 @@ TEST_F(NewGame, AcceptedPictureIsAGameOfTheNewLevel) {
     EXPECT_TRUE(GameRunning);
     EXPECT_EQ(play.main.Surfaces.picMasks[1].Height(), TileSize);
 }
-
-// --- The window ------------------------------------------------------------------------------
-
-TEST(MainWindow, BoardIsLargerThanTheScreenInFourSteps) {
-    struct Case {
-        Size screen;
-        Rect board;
-    };
-    for (const Case& c : {Case{{640, 480}, {-320, -240, 1280, 960}}, Case{{800, 600}, {-400, -300, 1600, 1200}},
-                          Case{{1023, 600}, {-512, -300, 2046, 1200}}, Case{{1024, 768}, {-256, -192, 1536, 1152}},
-                          Case{{1152, 864}, {-288, -216, 1728, 1296}}, Case{{1280, 1024}, {-160, -128, 1600, 1280}}}) {
-        GameFixture play(c.screen);
-        EXPECT_EQ(play.main.picScreen.PixelRect(), c.board) << c.screen.width;
-        EXPECT_EQ(play.main.Surfaces.picBG.Bounds(), play.main.picScreen.Image.Bounds());
-    }
-}
-
-TEST(MainWindow, ResizePlacesBarsAndPanelAndTheirRanges) {
-    GameFixture play({1280, 1024});
-    play.main.DeliverResize({1000, 700});
-    const frmMain& main = play.main;
-    EXPECT_EQ(main.HScroll1.Max(), 600);
-    EXPECT_EQ(main.VScroll1.Max(), 580);
-    EXPECT_EQ(main.HScroll1.Value(), 160);
-    EXPECT_EQ(main.HScroll1.LargeChange(), 400);
-    EXPECT_EQ(main.VScroll1.PixelRect(), (Rect{983, 0, 17, 700}));
-    EXPECT_EQ(main.HScroll1.PixelRect(), (Rect{0, 683, 1000, 17}));
-    EXPECT_EQ(main.picStatus.PixelRect(), (Rect{1000 - 161 - 30, 700 - 138 - 30, 161, 138}));
-    EXPECT_EQ(main.Children().back(), &main.HScroll1);
-    // A window larger than the screen: a value out of the bar's range is skipped.
-    play.main.DeliverResize({1500, 1200});
-    play.main.Centralize();
-    EXPECT_EQ(main.HScroll1.Value(), 100);
-    EXPECT_EQ(main.picScreen.Left(), -160);
-}

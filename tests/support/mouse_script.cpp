@@ -11,6 +11,7 @@ using namespace PuzzleModule;
 namespace {
 
 std::string Text(int number) { return std::to_string(number); }
+std::string Text(const Rect& r) { return Text(r.x) + " " + Text(r.y) + " " + Text(r.width) + " " + Text(r.height); }
 std::string CellOf(const PieceRec& piece) { return Text(piece.Row) + " " + Text(piece.Col); }
 std::string YesNo(bool value) { return value ? "yes" : "no"; }
 std::string OrNone(const std::string& text) { return text.empty() ? "none" : text; }
@@ -64,6 +65,20 @@ private:
         for (size_t i = 1; i < Pieces.size(); ++i) count += Pieces[i].InGroup != 0;
         return Text(count);
     }
+    // A yellow square one pixel wide along the sides of a cell whose piece has its tile's corner there.
+    bool Framed(int x, int y) {
+        const auto yellow = [&](int dx, int dy) {
+            return Main().picScreen.Image.At(x + Margin() + dx, y + Margin() + dy) == 0xFFFFFF00u;
+        };
+        return yellow(0, 0) && yellow(CellSize, CellSize) && yellow(CellSize, 0) && yellow(0, CellSize / 2) &&
+               !yellow(CellSize + 1, 0) && !yellow(1, 1);
+    }
+    std::string Greyed() {
+        std::string names;
+        for (const char* name : {"mnuSaveGame", "mnuShuffle", "mnuHints", "MnDesistir"})
+            if (!game_->Item(name).Enabled()) names += (names.empty() ? "" : " ") + std::string(name);
+        return names;
+    }
     // Names the piece's cell, and tells it back.
     std::string PieceSeen() {
         const PieceRec& piece = game_->Piece(N(0), N(1));
@@ -89,6 +104,7 @@ private:
         {"wheel", [this] { Main().picScreen.DeliverWheel(N(0), N(1)); }},
         {"menu", [this] { game_->Menu(rest_); }},
         {"key", [this] { game_->Key(rest_); }},
+        {"elapsed", [this] { ElapsedSeconds = N(0); }},
         {"seconds", [this] { game_->desktop.Advance(N(0)); }},
         {"resize",
          [this] {
@@ -104,12 +120,25 @@ private:
         {"top", [] { return CellOf(Pieces.at(0)); }},
         {"held", [] { return PickedPiece < 0 ? "none" : CellOf(Pieces.at(size_t(PickedPiece))); }},
         {"group", [this] { return GroupSize(); }},
+        {"above", [this] { return game_->ElementOf(N(0), N(1)) < game_->ElementOf(N(2), N(3)) ? rest_ : "not"; }},
+        {"framed", [this] { return Framed(N(0), N(1)) ? rest_ : "not"; }},
+        {"unframed", [this] { return Framed(N(0), N(1)) ? "framed" : rest_; }},
         {"running", [] { return YesNo(GameRunning); }},
         {"panning", [this] { return YesNo(Main().Panning); }},
         {"sounds", [this] { return OrNone(game_->Sounds()); }},
         {"box", [this] { return game_->desktop.boxes.empty() ? "none" : game_->desktop.boxes.back().text; }},
         {"clock", [this] { return Main().lblElapsed.Caption(); }},
         {"view", [this] { return Text(int(Main().picScreen.Left())) + " " + Text(int(Main().picScreen.Top())); }},
+        {"board", [this] { return Text(Main().picScreen.PixelRect()); }},
+        {"places", [this] { return Text(Main().HScroll1.PixelRect()) + ", " + Text(Main().VScroll1.PixelRect()); }},
+        {"panel", [this] { return Text(Main().picStatus.PixelRect()); }},
+        {"front", [this] { return Main().Children().back()->Name(); }},
+        {"ranges",
+         [this] {
+             const ScrollBar &h = Main().HScroll1, &v = Main().VScroll1;
+             return Text(h.Max()) + " " + Text(v.Max()) + " " + Text(h.LargeChange()) + ", " + Text(h.Value());
+         }},
+        {"greyed", [this] { return OrNone(Greyed()); }},
         {"shown", [this] { return "picStatus " + YesNo(Main().picStatus.Visible()); }},
     };
 };

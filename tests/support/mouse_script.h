@@ -13,6 +13,9 @@
 //   expect group 2              (pieces that go with the held one)            expect panning no
 //   expect sounds CLICK GIRO    (since the last look; none)   expect box Jogo Completo (the last; none)
 //   expect clock Fácil - 00:00:03                   expect view -160 -90      expect shown picStatus no
+//   expect above 1 2 0 1  (the first piece, the other)      expect framed 440 330, unframed: a piece's corner
+//   expect board, panel, places: what lies where; ranges: of the bars; front: the foremost control
+//   expect greyed mnuSaveGame mnuHints | none       elapsed 3599: sets the clock
 #pragma once
 #include <string>
 #include <vector>
