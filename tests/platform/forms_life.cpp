@@ -26,29 +26,6 @@ protected:
     std::vector<std::string> events;
 };
 
-TEST_F(FormLife, ActivationComesFromTheMessageLoopAndFirst) {
-    Dialog a("a"), b("b");
-    a.OnActivate = Note("a");
-    b.OnActivate = Note("b");
-    desktop.PostInput(Note("input"));
-    a.Show();
-    b.Show();
-    EXPECT_TRUE(events.empty());
-    DoEvents();
-    b.Show();
-    MsgBox("?");
-    DoEvents();
-    EXPECT_THAT(events, ElementsAre("a", "b", "input")) << "active already; a box is no form";
-    b.Hide();
-    DoEvents();
-    EXPECT_THAT(events, ElementsAre("a", "b", "input", "a"));
-    b.Show();
-    b.Hide();
-    events.clear();
-    DoEvents();
-    EXPECT_THAT(events, ElementsAre("a")) << "the activation of a hidden form is gone";
-}
-
 TEST_F(FormLife, UnloadInsideAHandlerEndsTheModalFormAfterTheHandler) {
     Dialog dialog("dialog");
     dialog.OnUnload = Note("unload");
@@ -114,23 +91,6 @@ TEST_F(FormLife, AFormUnloadedWhileItLoadsIsNeverShown) {
     dialog.OnLoad = [&] { dialog.Unload(); };
     dialog.Show(Modality::Modal);
     EXPECT_TRUE(desktop.log.empty());
-}
-
-TEST_F(FormLife, ATickMayYieldPastItsIntervalWithoutComingAgainAndEndOtherTimers) {
-    auto victim = std::make_unique<Timer>("victim", 25);
-    Timer yielding("yielding", 10);
-    victim->Tick = [&] { events.push_back("victim"); };
-    yielding.Tick = [&] {
-        events.push_back("begin");
-        desktop.SleepUntil(SteadySeconds() + 1);
-        DoEvents();
-        victim.reset();
-        events.push_back("end");
-    };
-    victim->SetEnabled(true);
-    yielding.SetEnabled(true);
-    desktop.Advance(0.5);
-    EXPECT_THAT(events, ElementsAre("begin", "victim", "end", "begin", "end")) << "what it missed comes as one";
 }
 
 }  // namespace
