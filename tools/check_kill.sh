@@ -1,5 +1,5 @@
 #!/bin/bash
-# Kills a program that saves, at random moments, and saves on a full disk: the files stay whole.
+# Kills a program that saves, at random moments, and saves where files may not grow: the old ones stay whole.
 # ./check kill [ROUNDS [SEED]]
 set -u
 cd "$(dirname "$0")/.." || exit 1
