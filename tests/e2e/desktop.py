@@ -198,7 +198,7 @@ class Game:
     TITLE = "Fento-Lira Master"
     BOARD = (254, 253, 231)  # the colour of a new board
 
-    def __init__(self, screen, program, folder=None, skin=True, scale=1, room=None, primary=None, terminal=os.devnull):
+    def __init__(self, screen, program, scale=1, room=None, primary=None, terminal=os.devnull):
         """`scale` goes to the toolkit; `room` is the size of the maximised window, `primary` that of the primary
         monitor, both in pixels of the screen; `terminal` gets what the program writes."""
         self.screen = screen
@@ -207,13 +207,11 @@ class Game:
         self.terminal = terminal
         self.primary = primary or (screen.width, screen.height)
         self.env = dict(screen.env, **({"QT_SCALE_FACTOR": str(scale)} if scale != 1 else {}))
-        self.folder = folder or tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
-        self.program = os.path.join(self.folder, "fento-lira-master")
-        if not os.path.exists(self.program):
-            shutil.copy2(program, self.program)
-            skin_file = os.path.join(os.path.dirname(os.path.abspath(program)), "Puzzle.skn")
-            if skin and os.path.exists(skin_file):
-                shutil.copy2(skin_file, self.folder)
+        self.folder = tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
+        self.program = shutil.copy2(program, os.path.join(self.folder, "fento-lira-master"))
+        skin = os.path.join(os.path.dirname(os.path.abspath(program)), "Puzzle.skn")
+        if os.path.exists(skin):
+            shutil.copy2(skin, self.folder)
         self.process = None
         self.window = None
 

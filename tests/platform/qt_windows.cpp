@@ -164,15 +164,6 @@ TEST_F(Windows, ABarThatRunsBackwardsKeepsItsValues) {
     EXPECT_EQ(changes, "-100 -1390 ");
 }
 
-TEST_F(Windows, TheBoardShowsItsImageAndItsBackgroundAtItsPlace) {
-    box.SetBackColor(Rgb(1, 2, 3));
-    FillRect(box.Image, {100, 100, 50, 50}, Rgb(200, 100, 50));
-    Show();
-    const QImage shown = FormWindow::Of(form)->Client()->grab().toImage();
-    for (const QPoint ground : {QPoint(10, 10), {79, 90}, {130, 139}}) EXPECT_EQ(shown.pixel(ground), 0xFF010203u);
-    for (const QPoint drawn : {QPoint(80, 90), {129, 139}}) EXPECT_EQ(shown.pixel(drawn), 0xFFC86432u);
-}
-
 TEST_F(Windows, ADisabledItemIsGreyAndItsShortcutDeadUntilItIsEnabledAgain) {
     int runs = 0, openings = 0;
     MenuItem& menu = form.Menus.Add("mnu", "Jogo");
