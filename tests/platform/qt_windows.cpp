@@ -79,16 +79,6 @@ TEST_F(Windows, ADoubleClickIsPressReleaseClickPressDoubleClickRelease) {
     EXPECT_EQ(log, "down1@30,40 up1@30,40 click down1@30,40 dbl up1@90,-5 ");
 }
 
-TEST_F(Windows, TwoQuickPressesOfTheRightButtonInADragArePresses) {
-    Show();
-    Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
-    Press(Qt::RightButton, Qt::LeftButton | Qt::RightButton, {30, 40});
-    Release(Qt::RightButton, Qt::LeftButton, {30, 40});
-    Send(QEvent::MouseButtonDblClick, Qt::RightButton, Qt::LeftButton | Qt::RightButton, {30, 40});
-    Send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton | Qt::RightButton, {700, 600});
-    EXPECT_EQ(log, "down1@30,40 down2@30,40 up2@30,40 down2@30,40 move3@700,600 ");
-}
-
 TEST_F(Windows, AWindowThatOpensInADragEndsItOnceWhereThePointerLastWas) {
     Show();
     Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
