@@ -79,6 +79,6 @@ public:
     uint64_t ComposedBoard() const;
 };
 
-// Wins the game on the board as a player does, with the mouse alone: takes pieces where they can be seen,
-// scrolls them into view, turns them upright and drags each to its place. False if a piece can't be reached.
+// Wins the game on the board as a player does, with the mouse alone: takes pieces where others leave them free,
+// turns them upright and drags each to its place. False if a piece can't be taken.
 bool PlayToTheEnd(frmMain& main);

@@ -9,13 +9,16 @@
 //   move 200 90                 release [200 90]    right       at the pointer where none is given
 //   menu mnuHints               opens its menu first;  key mnuHints: the shortcut
 //   wheel 0 -1                  seconds 3    resize 900 700    answer yes    scroll 10 20
+//   elapsed 3599                sets the clock
 //   expect piece 0 1 209 88 0   expect top 0 1      expect held 0 1 | none    expect running yes
 //   expect group 2              (pieces that go with the held one)            expect panning no
+//   expect above 1 2 0 1        (the first piece lies above the other)
 //   expect sounds CLICK GIRO    (since the last look; none)   expect box Jogo Completo (the last; none)
 //   expect clock Fácil - 00:00:03                   expect view -160 -90      expect shown picStatus no
-//   expect above 1 2 0 1  (the first piece, the other)      expect framed 440 330, unframed: a piece's corner
-//   expect board, panel, places: what lies where; ranges: of the bars; front: the foremost control
-//   expect greyed mnuSaveGame mnuHints | none       elapsed 3599: sets the clock
+//   expect framed 440 330       a move shown frames the piece or place whose tile has its corner there; unframed
+//   expect greyed mnuSaveGame mnuHints | none       expect front HScroll1     (the foremost control)
+//   expect board, panel         left, top, width, height;   places: of the horizontal bar, of the vertical one
+//   expect ranges 600 580 400, 160    Max of both bars, LargeChange and Value of the horizontal one
 #pragma once
 #include <string>
 #include <vector>

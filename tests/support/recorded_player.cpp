@@ -42,27 +42,12 @@ std::optional<Point2> VisiblePoint(const frmMain& main, int index) {
     return std::nullopt;
 }
 
-void ScrollIntoView(ScrollBar& bar, int at, double window) {
-    const double clear = 40;  // of the edges and the bars
-    const bool seen = at >= bar.Value() + clear && at <= bar.Value() + window - clear;
-    if (!seen) bar.DeliverValue(at - int(window / 2), false);
-}
-
-// The pointer is brought over a point of the board; the panel is out of the way in the other corner.
-void Reach(frmMain& main, Point2 at) {
-    ScrollIntoView(main.HScroll1, at.x, main.ScaleWidth());
-    ScrollIntoView(main.VScroll1, at.y, main.ScaleHeight());
-    const bool left = at.x + main.picScreen.Left() > main.ScaleWidth() / 2;
-    main.picStatus.Move(left ? 0 : main.ScaleWidth() - main.picStatus.Width() - 30, 0);
-}
-
 // Takes a piece, turns it upright and lets it go with its tile's corner at `target`.
 bool Carry(frmMain& main, int index, Point2 target) {
     const std::optional<Point2> from = VisiblePoint(main, index);
     if (!from) return false;
     const PieceRec before = Pieces[size_t(index)];
     PictureBox& board = main.picScreen;
-    Reach(main, *from);
     board.DeliverMouseDown(1, 0, float(from->x), float(from->y));
     if (PickedPiece != 0 || Pieces[0].PieceId != before.PieceId) return false;
     while (Pieces[0].Rotation != 0) {
@@ -72,7 +57,6 @@ bool Carry(frmMain& main, int index, Point2 target) {
         if (Pieces[0].Rotation == rotation) return false;
     }
     const Point2 to{target.x + from->x - before.X, target.y + from->y - before.Y};
-    Reach(main, to);
     board.DeliverMouseMove(1, 0, float(to.x - 4), float(to.y + 3));
     board.DeliverMouseMove(1, 0, float(to.x), float(to.y));
     board.DeliverMouseUp(1, 0, float(to.x), float(to.y));
