@@ -22,8 +22,6 @@ public:
         setrlimit(RLIMIT_FSIZE, &before_);
         std::signal(SIGXFSZ, handler_);
     }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
 
 private:
     rlimit before_{};
