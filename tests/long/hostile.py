@@ -70,14 +70,23 @@ def boxes(game, seconds=1.0):
     return count
 
 
+def cell_shown(game, dialog):
+    """Whether the first thumbnail has its grey frame."""
+    x, y, _, _ = game.screen.place(dialog)
+    at = 3 * (game.screen.width * (y + 22) + x + 193)
+    return game.screen.bytes()[at:at + 3] == b"\xc0" * 3
+
+
 def scan_ends(game, dialog, name):
-    """Until the wait text at the lower left has gone and the thumbnails are at rest."""
+    """Until the one thumbnail is there, the wait text at the lower left has gone and all is at rest."""
     def area():
         data, width = game.screen.bytes(), game.screen.width
         x, y, w, h = game.screen.place(dialog)
         return b"".join(data[3 * (width * row + x):3 * (width * row + x + w)] for row in range(y, y + h, 3))
 
-    begin, before, still = time.monotonic(), area(), 0
+    begin = time.monotonic()
+    wait_for(lambda: cell_shown(game, dialog), f"{name}: its thumbnail", LONGEST)
+    before, still = area(), 0
     while still < 3:
         check(time.monotonic() - begin < LONGEST, f"{name}: the scan does not end")
         time.sleep(0.2)
