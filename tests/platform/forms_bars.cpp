@@ -97,6 +97,10 @@ TEST_F(Bars, AChangeHandlerThatSetsValueForEverComesBack) {
     bar.SetValue(10);
     EXPECT_GT(changes, 1);
     EXPECT_LT(changes, 1000);
+    changes = 0;
+    bar.Change = [this] { ++changes; };
+    bar.SetValue(77);
+    EXPECT_EQ(changes, 1) << "and the bar works as before";
 }
 
 }  // namespace

@@ -27,6 +27,7 @@ TEST(ShownMove, WithoutAnUprightTopLeftPieceThePlacesAreReckonedFromTheBoardsOri
         const auto move = MoveToShow();
         ASSERT_TRUE(move);
         EXPECT_EQ(move->Piece.x - move->Place.x, at);
+        EXPECT_EQ(move->Piece.y - move->Place.y, at);
     }
 }
 
