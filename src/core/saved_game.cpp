@@ -29,10 +29,31 @@ int SortKey(const PieceRec& piece) { return piece.Row * 100 + piece.Col; }
 
 // Exchanges whole records until every key is at most those after it. The order of exchanges decides
 // how records with equal keys end up, so it is not any sort that would do.
-void SortByCell(std::vector<PieceRec>& pieces) {
+void ExchangeByCell(std::vector<PieceRec>& pieces) {
     for (size_t i = 0; i < pieces.size(); ++i)
         for (size_t j = i + 1; j < pieces.size(); ++j)
             if (SortKey(pieces[i]) > SortKey(pieces[j])) std::swap(pieces[i], pieces[j]);
+}
+
+// The same, one look at each piece, as long as no two keys are equal: only a grid of more than 100 columns has such.
+std::vector<PieceRec> SortedByCell(std::vector<PieceRec> pieces) {
+    constexpr int absent = -1;
+    std::vector<int> elementOfKey;
+    for (size_t i = 0; i < pieces.size(); ++i) {
+        const int key = SortKey(pieces[i]);
+        const bool sparse = key >= 0 && size_t(key) >= 200 * (pieces.size() + 1);
+        if (!sparse && key >= int(elementOfKey.size())) elementOfKey.resize(size_t(key) + 1, absent);
+        if (key < 0 || sparse || elementOfKey[size_t(key)] != absent) {
+            ExchangeByCell(pieces);
+            return pieces;
+        }
+        elementOfKey[size_t(key)] = int(i);
+    }
+    std::vector<PieceRec> sorted;
+    sorted.reserve(pieces.size());
+    for (const int element : elementOfKey)
+        if (element != absent) sorted.push_back(pieces[size_t(element)]);
+    return sorted;
 }
 
 void AppendNumber(std::string& text, int64_t number) {
@@ -126,7 +147,7 @@ bool PiecesFillGrid(const std::vector<SavedPiece>& pieces, int cols, int rows) {
 }  // namespace
 
 bool SortPieces() {
-    SortByCell(Pieces);
+    Pieces = SortedByCell(Pieces);
     return !Pieces.empty();
 }
 
@@ -139,9 +160,7 @@ std::optional<SavedGame> GameToSave() {
     game.PictureWidth = PictureWidth;
     game.PictureHeight = PictureHeight;
     game.Sizes = CurrentSizes();
-    std::vector<PieceRec> sorted = Pieces;
-    SortByCell(sorted);
-    for (const PieceRec& p : sorted)
+    for (const PieceRec& p : SortedByCell(Pieces))
         game.Pieces.push_back({p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex});
     return game;
 }
