@@ -1,14 +1,17 @@
 // Composes the board, drawing only what has changed since it was drawn last.
 //
 // The composer remembers what it drew: the records, the held piece, the background and the state
-// of every surface it read. It compares, collects the bounds of all pieces that look, lie or are
-// stacked differently, and draws the few rectangles that hold them afresh. The pixels are
-// always those of a whole composition.
+// of every surface it read. It compares the records that may have been written, collects the bounds of
+// all pieces that look, lie or are stacked differently, and draws the few rectangles that hold them afresh.
+// Where a group is carried, the pixels that only show the group are shifted instead. The pixels are always
+// those of a whole composition.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "core/board_painter.h"
+#include "core/carried_group.h"
 #include "core/damage.h"
 #include "core/game_state.h"
 #include "core/restacking.h"
@@ -22,21 +25,30 @@ public:
     void Compose(Surface& dest, const Surface& background);
 
 private:
+    struct Way {
+        int dx, dy;
+    };
     bool KnowsGround(const Surface& dest, const Surface& background) const;
     bool CollectDamage();
+    void CompareRecord(int element);
     bool CollectRestacked();
     void AddHeldPieces();
     void CollectRedrawnSurfaces();
     void AddPiece(const PieceRec& piece);
     void PaintAll(Surface& dest, const Surface& background);
     void PaintDamage(Surface& dest, const Surface& background);
+    std::optional<Way> WayOfGroup();
+    std::optional<Way> CommonWay() const;
+    Region ShiftGroup(const BoardPainter::Scene& scene, const Region& areas, Way way);
     void RememberGround(const Surface& dest, const Surface& background);
     void RememberPieces();
+    void RememberChanged();
     void RememberSurfaces();
 
     BoardPainter painter_;
     DamageMerger merger_;
     Restacking restacking_;
+    CarriedGroup group_;  // that moved the last time
 
     // What was drawn last.
     uint64_t destRevision_ = 0;
@@ -54,6 +66,7 @@ private:
     Rect bounds_;
     Region parts_;
     std::vector<int> changed_;  // elements whose record is another, in an unchanged pile
+    std::vector<int> moved_;    // those of them that look or lie differently
     bool restacked_ = false;
     std::vector<int> oldPlaceOfId_, oldPlaces_;
 };

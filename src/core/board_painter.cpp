@@ -4,8 +4,6 @@
 #include "core/board_painter.h"
 
 #include <algorithm>
-#include <array>
-#include <bit>
 #include <cstring>
 
 namespace PuzzleModule {
@@ -15,7 +13,6 @@ namespace {
 // Pixels of a band: half of what the second cache of a common processor holds.
 constexpr int BandPixels = 1 << 17;
 constexpr int LeastBandRows = 32;
-constexpr size_t BlockSize = 32;  // places compared at once
 
 void FillBackground(Pixel* pixels, ptrdiff_t stride, const Surface& background, const Rect& band) {
     const Rect stored = Intersect(band, background.IsUniform() ? Rect{} : background.StorageBounds());
@@ -65,15 +62,6 @@ void ForEachSpan(const SpanTable& table, int X, int Y, int reach, const Rect& ba
 
 }  // namespace
 
-void BoardPainter::SetPlaces(const std::vector<PieceRec>& pieces) {
-    const size_t padded = (pieces.size() + BlockSize - 1) / BlockSize * BlockSize;
-    pieceCount_ = pieces.size();
-    columns_.assign(padded, 0);
-    rows_.assign(padded, 0);
-    for (size_t i = 0; i < pieces.size(); ++i) SetPlace(int(i), pieces[i]);
-    found_.reserve(pieces.size());
-}
-
 void BoardPainter::Paint(const Scene& scene, const Rect& area) {
     const int rows = std::max(BandPixels / area.width, LeastBandRows);
     for (int y = area.y; y < area.Bottom(); y += rows)
@@ -94,25 +82,10 @@ void BoardPainter::PaintBand(const Scene& scene, const Rect& band) {
     }
 }
 
-// Lists the elements that touch the band: first roughly by the cells in which their tiles begin, then by
-// the bounds of their shapes. The rough comparisons run over blocks of bytes, which compilers turn into
-// vector instructions, so that the many pieces elsewhere cost next to nothing.
 void BoardPainter::FindPieces(const Scene& scene, const Rect& band) {
-    const int8_t left = CellOf(band.x - Reach()), right = CellOf(band.Right() - 1);
-    const int8_t top = CellOf(band.y - Reach()), bottom = CellOf(band.Bottom() - 1);
     found_.clear();
-    for (size_t block = 0; block < columns_.size(); block += BlockSize) {
-        const int8_t *column = columns_.data() + block, *row = rows_.data() + block;
-        std::array<uint8_t, BlockSize> misses;
-        for (size_t i = 0; i < BlockSize; ++i)
-            misses[i] = uint8_t((column[i] < left ? -1 : 0) | (column[i] > right ? -1 : 0) | (row[i] < top ? -1 : 0) |
-                                (row[i] > bottom ? -1 : 0));
-        const auto words = std::bit_cast<std::array<uint64_t, BlockSize / 8>>(misses);
-        if ((words[0] & words[1] & words[2] & words[3]) == ~uint64_t{0}) continue;
-        const size_t end = std::min(block + BlockSize, pieceCount_);
-        for (size_t i = block; i < end; ++i)
-            if (misses[i - block] == 0 && !Intersect(BoundsOf(scene.pieces[i]), band).Empty()) found_.push_back(int(i));
-    }
+    ForEachPiece(scene.pieces, band, [this](int element) { found_.push_back(element); });
+    std::ranges::sort(found_);
 }
 
 void BoardPainter::InvertRim(const Scene& scene, const PieceRec& piece, const Rect& band) {

@@ -1,11 +1,11 @@
 // Draws any rectangle of the board from its background and all pieces.
 #pragma once
-#include <algorithm>
 #include <cstdint>
 #include <vector>
 
 #include "core/game_state.h"
 #include "core/game_surfaces.h"
+#include "core/place_index.h"
 #include "core/tile_spans.h"
 
 namespace PuzzleModule {
@@ -21,11 +21,18 @@ public:
 
     void UseStrip(const Surface& strip, int tileSize) { spans_.Update(strip, tileSize); }
 
+    const TileSpans& Spans() const { return spans_; }
+
     // Where the pieces lie, by element; for finding those that touch a rectangle.
-    void SetPlaces(const std::vector<PieceRec>& pieces);
-    void SetPlace(int element, const PieceRec& piece) {
-        columns_[size_t(element)] = CellOf(piece.X);
-        rows_[size_t(element)] = CellOf(piece.Y);
+    void SetPlaces(const Rect& board, const std::vector<PieceRec>& pieces) { places_.Reset(board, pieces); }
+    void SetPlace(int element, const PieceRec& piece) { places_.Move(element, piece.X, piece.Y); }
+
+    // Calls visit(element), in no order, for each of `pieces` whose bounds touch `rect`.
+    template <typename Visit>
+    void ForEachPiece(const PieceRec* pieces, const Rect& rect, Visit visit) const {
+        places_.ForEachNear(rect, Reach(), [&](int element) {
+            if (!Intersect(BoundsOf(pieces[element]), rect).Empty()) visit(element);
+        });
     }
 
     struct Scene {
@@ -41,21 +48,16 @@ public:
     void Paint(const Scene& scene, const Rect& area);
 
 private:
+    void FindPieces(const Scene& scene, const Rect& band);
     void PaintBand(const Scene& scene, const Rect& band);
     // The side of the square that holds shape and rim of any tile.
     int Reach() const { return spans_.TileSize() + 1; }
-    void FindPieces(const Scene& scene, const Rect& band);
     void InvertRim(const Scene& scene, const PieceRec& piece, const Rect& band);
     void LayPiece(const Scene& scene, const PieceRec& piece, const Rect& band);
 
-    // Places are kept in cells of 64 pixels, one byte each. What lies beyond counts to the outermost cell:
-    // the order of places is kept, so a comparison of cells never misses a piece.
-    static int8_t CellOf(int coordinate) { return int8_t(std::clamp(coordinate >> 6, -128, 127)); }
-
     TileSpans spans_;
-    size_t pieceCount_ = 0;
-    std::vector<int8_t> columns_, rows_;  // by element, padded to whole blocks
-    std::vector<int> found_;              // elements that touch the band, topmost first
+    PlaceIndex places_;
+    std::vector<int> found_;  // elements that touch the band, topmost first
 };
 
 }  // namespace PuzzleModule

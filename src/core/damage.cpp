@@ -3,7 +3,6 @@
 // the outline is too ragged for that, the cells are doubled.
 #include "core/damage.h"
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -15,32 +14,30 @@ namespace {
 constexpr size_t FewParts = 6;
 constexpr size_t MostRuns = 24;  // before they are united pair by pair
 constexpr int FinestCell = 32;
-constexpr int WordBits = 64;
 
 int64_t Area(const Rect& rect) { return int64_t(rect.width) * rect.height; }
 
 // Pixels that a union of the two draws beyond what the two draw.
 int64_t Waste(const Rect& a, const Rect& b) { return Area(Unite(a, b)) - Area(a) - Area(b); }
 
-// Sets bits first to last of a row of words.
-void SetBits(uint64_t* row, int first, int last) {
-    for (int word = first / WordBits; word <= last / WordBits; ++word) {
-        const int from = std::max(first - word * WordBits, 0), to = std::min(last - word * WordBits, WordBits - 1);
-        row[word] |= (~uint64_t{0} >> (WordBits - 1 - (to - from))) << from;
-    }
-}
-
-// The first bit at or after `from` that equals `value`, or `end`.
-int FindBit(const uint64_t* row, int from, int end, bool value) {
-    while (from < end) {
-        const uint64_t word = (value ? row[from / WordBits] : ~row[from / WordBits]) >> (from % WordBits);
-        if (word != 0) return std::min(from + std::countr_zero(word), end);
-        from = (from / WordBits + 1) * WordBits;
-    }
-    return end;
-}
-
 }  // namespace
+
+Region Subtract(const Region& region, const Rect& hole) {
+    Region rest;
+    for (const Rect& rect : region) {
+        const Rect shared = Intersect(rect, hole);
+        if (shared.Empty()) {
+            rest.push_back(rect);
+            continue;
+        }
+        for (const Rect& side : {Rect{rect.x, rect.y, rect.width, shared.y - rect.y},
+                                 Rect{rect.x, shared.Bottom(), rect.width, rect.Bottom() - shared.Bottom()},
+                                 Rect{rect.x, shared.y, shared.x - rect.x, shared.height},
+                                 Rect{shared.Right(), shared.y, rect.Right() - shared.Right(), shared.height}})
+            if (!side.Empty()) rest.push_back(side);
+    }
+    return rest;
+}
 
 const Region& DamageMerger::Merge(const Region& parts, const Rect& bounds) {
     if (parts.size() <= FewParts) {
@@ -56,29 +53,24 @@ const Region& DamageMerger::Merge(const Region& parts, const Rect& bounds) {
 // False if that makes too many rectangles.
 bool DamageMerger::MergeOnGrid(const Region& parts, const Rect& bounds, int cell) {
     const auto cellsOf = [cell](int length) { return (length + cell - 1) / cell; };
-    gridRows_ = cellsOf(bounds.height);
-    wordsPerRow_ = size_t(cellsOf(bounds.width) + WordBits - 1) / WordBits;
-    grid_.assign(size_t(gridRows_) * wordsPerRow_, 0);
+    grid_.Reset(cellsOf(bounds.width), cellsOf(bounds.height));
     for (const Rect& part : parts) {
         const int first = (part.x - bounds.x) / cell, last = (part.Right() - 1 - bounds.x) / cell;
         const int bottom = (part.Bottom() - 1 - bounds.y) / cell;
-        for (int row = (part.y - bounds.y) / cell; row <= bottom; ++row)
-            SetBits(grid_.data() + size_t(row) * wordsPerRow_, first, last);
+        for (int row = (part.y - bounds.y) / cell; row <= bottom; ++row) grid_.Set(row, first, last);
     }
     return ReadRows(bounds, cell);
 }
 
 bool DamageMerger::ReadRows(const Rect& bounds, int cell) {
     result_.clear();
-    const int cols = (bounds.width + cell - 1) / cell;
     size_t openFrom = 0;  // rectangles before this one ended before the row above
-    for (int row = 0; row < gridRows_; ++row) {
-        const uint64_t* bits = grid_.data() + size_t(row) * wordsPerRow_;
+    for (int row = 0; row < grid_.Height(); ++row) {
         while (openFrom < result_.size() && result_[openFrom].Bottom() < bounds.y + row * cell) ++openFrom;
-        for (int x = FindBit(bits, 0, cols, true); x < cols;) {
-            const int end = FindBit(bits, x, cols, false);
+        for (int x = grid_.Find(row, 0, true); x < grid_.Width();) {
+            const int end = grid_.Find(row, x, false);
             AddRun({bounds.x + x * cell, bounds.y + row * cell, (end - x) * cell, cell}, openFrom);
-            x = FindBit(bits, end, cols, true);
+            x = grid_.Find(row, end, true);
         }
         if (result_.size() > MostRuns) return false;
     }

@@ -1,11 +1,14 @@
 // Few rectangles that together hold many small ones.
 #pragma once
-#include <cstdint>
-#include <vector>
+#include <cstddef>
 
+#include "core/bit_grid.h"
 #include "platform/geometry.h"
 
 namespace PuzzleModule {
+
+// What of `region` lies outside `hole`, as rectangles that do not overlap if those of `region` don't.
+Region Subtract(const Region& region, const Rect& hole);
 
 class DamageMerger {
 public:
@@ -23,9 +26,7 @@ private:
     void UniteCheapest();
 
     Region result_;
-    std::vector<uint64_t> grid_;
-    size_t wordsPerRow_ = 0;
-    int gridRows_ = 0;
+    BitGrid grid_;
 };
 
 }  // namespace PuzzleModule

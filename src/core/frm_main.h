@@ -155,4 +155,5 @@ private:
     Task task_ = Task::None;
     bool gameBuilt_ = false;             // by the picture dialog that is or was open
     float pointerX_ = 0, pointerY_ = 0;  // where the mouse was last on the board
+    std::vector<int> carried_;           // elements that move with the held piece, of the last press
 };

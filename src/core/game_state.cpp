@@ -13,7 +13,7 @@ int16_t TileUnit = 0;
 int16_t ScatterGap = 0;
 int16_t PictureWidth = 0;
 int16_t PictureHeight = 0;
-std::vector<PieceRec> Pieces;
+PieceList Pieces;
 int16_t PickedPiece = -1;
 int16_t GameLevel = 0;
 int16_t ChosenLevel = 0;

@@ -9,24 +9,8 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <type_traits>
-#include <vector>
 
-// One piece. The order of `Pieces` is the stacking order, element 0 on top.
-struct PieceRec {
-    int16_t X = 0;          // left edge of the tile, not of the body
-    int16_t Y = 0;          // top edge of the tile
-    int16_t Rotation = 0;   // quarter turns clockwise from upright, 0 to 3
-    int16_t MaskIndex = 0;  // tile of the mask strip that has the present outline, 0 to 18
-    int16_t Row = 0;        // in the solved picture, from 0
-    int16_t Col = 0;
-    int16_t PieceId = 0;    // Row x GridCols + Col; also the index of the piece's surface
-    int16_t GroupDX = 0;    // while it moves with the held piece: its X minus the held piece's
-    int16_t GroupDY = 0;
-    int16_t InGroup = 0;    // False, or True while it moves with the held piece
-    bool operator==(const PieceRec&) const = default;
-};
-static_assert(sizeof(PieceRec) == 20 && std::is_trivially_copyable_v<PieceRec>);
+#include "core/piece_list.h"
 
 namespace PuzzleModule {
 
@@ -53,7 +37,7 @@ std::string LevelName(const int16_t& Level);
 // Margin between the tile's edge and its body: (TileSize - CellSize) \ 2.
 int Margin();
 
-extern int16_t ScreenWidthPx;   // written once, when the main window loads
+extern int16_t ScreenWidthPx;  // written once, when the main window loads
 extern int16_t ScreenHeightPx;
 extern int16_t GridCols;
 extern int16_t GridRows;
@@ -61,17 +45,17 @@ extern int16_t TileSize;
 extern int16_t CellSize;
 extern int16_t TileUnit;
 extern int16_t ScatterGap;
-extern int16_t PictureWidth;    // size at which the picture is painted on picMaster
+extern int16_t PictureWidth;  // size at which the picture is painted on picMaster
 extern int16_t PictureHeight;
-extern std::vector<PieceRec> Pieces;
-extern int16_t PickedPiece;     // element of Pieces held by the mouse, -1 if none
-extern int16_t GameLevel;       // level of the game on the board
-extern int16_t ChosenLevel;     // level last chosen in the menu
+extern PieceList Pieces;     // element 0 lies on top
+extern int16_t PickedPiece;  // element of Pieces held by the mouse, -1 if none
+extern int16_t GameLevel;    // level of the game on the board
+extern int16_t ChosenLevel;  // level last chosen in the menu
 extern int32_t ElapsedSeconds;
 extern bool GameRunning;
-extern bool ThumbsOpen;         // the picture dialog is open
-extern std::string AppFolder;   // ends in the path separator
-extern std::string PicturePath; // of the last picture chosen
+extern bool ThumbsOpen;          // the picture dialog is open
+extern std::string AppFolder;    // ends in the path separator
+extern std::string PicturePath;  // of the last picture chosen
 
 // The picture from which the pieces on the board were cut; what a save names.
 extern std::string BoardPicturePath;

@@ -2,6 +2,8 @@
 //
 // The pile is walked from the top. A piece is brought to the top by moving its record to element 0;
 // what is joined to it comes along by flags and offsets that live until the release.
+#include <utility>
+
 #include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/mask_strip.h"
@@ -28,8 +30,9 @@ Press FindPiece(float X, float Y) {
     Press press;
     const std::optional<int16_t> column = CInt16(X), row = CInt16(Y);
     if (!column || !row) return press;
+    const PieceList& pieces = Pieces;
     for (int i = 0; i <= UpperBound(); ++i) {
-        if (!InSquare(Pieces[size_t(i)], X, Y)) continue;
+        if (!InSquare(pieces[size_t(i)], X, Y)) continue;
         if (HitTest(int16_t(i), *column, *row)) {
             press.taken = i;
             return press;
@@ -80,6 +83,9 @@ void frmMain::TakePiece(int index, float X, float Y) {
     Store(LastX, X);
     Store(LastY, Y);
     if (Pieces[size_t(PickedPiece)].Rotation == 0) CollectGroup(PickedPiece);
+    carried_.clear();
+    for (int i = 1; i <= UpperBound(); ++i)
+        if (std::as_const(Pieces)[size_t(i)].InGroup) carried_.push_back(i);
     ComposeBoard();
     PlayWave(*mnuSounds, WaveClick);
 }
@@ -87,7 +93,7 @@ void frmMain::TakePiece(int index, float X, float Y) {
 // A press of any other button while a piece is held turns it, if it is alone and the level allows it.
 void frmMain::RotateHeldPiece() {
     if (PickedPiece < 0 || ChosenLevel <= 1) return;
-    for (const PieceRec& piece : Pieces)
+    for (const PieceRec& piece : std::as_const(Pieces))
         if (piece.InGroup) return;
     RotatePiece(PickedPiece, Surfaces.picTmp);
     ComposeBoard();
@@ -108,9 +114,8 @@ void frmMain::picScreen_MouseMove(int16_t /*Button*/, int16_t /*Shift*/, float X
     PieceRec& held = Pieces[size_t(PickedPiece)];
     Store(held.X, double(X) - GrabX);
     Store(held.Y, double(Y) - GrabY);
-    for (size_t i = 1; i < Pieces.size(); ++i) {
-        PieceRec& piece = Pieces[i];
-        if (!piece.InGroup) continue;
+    for (const int i : carried_) {
+        PieceRec& piece = Pieces[size_t(i)];
         Store(piece.X, piece.GroupDX + held.X);
         Store(piece.Y, piece.GroupDY + held.Y);
     }
