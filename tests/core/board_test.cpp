@@ -39,8 +39,9 @@ public:
 
     void NewGame(Surface& board) {
         game_.Cut(AllUnits[Below(5)], Below(4) == 0 ? 0 : 5, 2 + Below(6), 2 + Below(5), uint32_t(random_()));
+        const bool joined = Below(3) == 0;
         for (PieceRec& piece : Pieces)
-            if (Below(3) != 0) Throw(piece, board);
+            if (joined ? Below(8) == 0 : Below(3) != 0) Throw(piece, board);
         PickedPiece = -1;
     }
     // Somewhere on the board or over any of its edges.
@@ -51,8 +52,9 @@ public:
     void PickUp(int element) {
         std::rotate(Pieces.begin(), Pieces.begin() + element, Pieces.begin() + element + 1);
         PickedPiece = 0;
+        const int share = 1 + Below(4);
         for (PieceRec& piece : Pieces) {
-            piece.InGroup = Below(3) == 0 ? -1 : 0;
+            piece.InGroup = Below(4) < share ? -1 : 0;
             piece.GroupDX = int16_t(piece.X - Pieces[0].X);
             piece.GroupDY = int16_t(piece.Y - Pieces[0].Y);
         }
@@ -84,7 +86,7 @@ public:
 
     // One change of any kind that the program, or anything else, might make between two compositions.
     const char* Change(Surface& board, Surface& background, Screen& screen) {
-        switch (Below(18)) {
+        switch (Below(24)) {
             case 0:
                 return NewGame(board), "new game";
             case 1:
