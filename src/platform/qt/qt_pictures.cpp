@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <QLoggingCategory>
+#include <algorithm>
 #include <climits>
 #include <cstring>
 
@@ -21,6 +22,7 @@
 namespace {
 
 constexpr int64_t LargestImage = 400ll << 20;         // bytes that one decoded picture may take
+constexpr int LongestSide = 65'535;                   // what JPG and GIF can have; beyond it only a trap
 constexpr int64_t LargestCoefficients = 320ll << 20;  // bytes that a JPEG may take that is not decoded row by row
 
 // By its bytes, and never waiting: a FIFO under a picture's name must not hold the program up.
@@ -118,7 +120,10 @@ public:
         turned_ = reader_.transformation().testFlag(QImageIOHandler::TransformationRotate90);
     }
 
-    bool Valid() const { return format_ && stored_.width > 0 && stored_.height > 0; }
+    bool Valid() const {
+        const auto [shorter, longer] = std::minmax(stored_.width, stored_.height);
+        return format_ && shorter > 0 && longer <= LongestSide;
+    }
     Size Upright() const { return Turned(stored_); }
 
     // The picture at a resolution that suffices for `atLeast`. Nothing if that is too much, the file is no picture, or
