@@ -1,7 +1,7 @@
 """Measures how fast the game is and compares each figure with what it must reach.
 
 usage: speed.py PROGRAM BENCH_FOLDER PHOTO_FOLDER [GROUP...]
-groups: board, start, moves, groups, folder; without one, all of them
+groups: board, growth, start, moves, groups, folder; without one, all of them
 """
 
 import json
@@ -98,6 +98,22 @@ class Speed:
                        of["PickUpInGroup/800"] / of["PickUpInGroup/200"] / 4, 1.15, "times", us("PickUpInGroup/200"))
         self.table.row("RotatePiece at 160, against copying the square", of["TurnPiece"] / of["CopySquare"], 10, "times",
                        f"{us('TurnPiece')} against {us('CopySquare')}")
+
+    # How the cost grows with the pieces ------------------------------------------------
+
+    def growth(self):
+        times = google_benchmark(self.bench + "/growth_bench", f"--benchmark_repetitions={REPETITIONS}",
+                                 "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.02")
+        of = {}
+        for name, values in times.items():
+            what, count = name.split("/")[:2]
+            of.setdefault(what, {})[int(count)] = median(wall for _, wall in values)
+        for what, by_count in of.items():
+            print(f"      {what}: " + ", ".join(f"{count} pieces {1e6 * time:.4g} us" for count, time in sorted(by_count.items())))
+        self.table.row("a piece moved, 16,000 pieces against 50", of["Move"][16000] / of["Move"][50], 1.5, "times")
+        for what in ("PickUp", "Drop", "Save", "Load"):
+            self.table.row(f"{what} per piece, 16,000 pieces against 1,000", of[what][16000] / of[what][1000] / 16, 1.5,
+                           "times")
 
     # From the start to the first move ------------------------------------------------
 
@@ -282,7 +298,7 @@ def main():
     if len(sys.argv) < 4:
         sys.exit(__doc__)
     speed = Speed(*map(os.path.abspath, sys.argv[1:4]))
-    for group in sys.argv[4:] or ["board", "start", "moves", "groups", "folder"]:
+    for group in sys.argv[4:] or ["board", "growth", "start", "moves", "groups", "folder"]:
         getattr(speed, group)()
     print(f"{speed.table.short} rows fall short" if speed.table.short else "every figure is reached")
     return 1 if speed.table.short else 0

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Measures the release build: what was measured, what must be reached, by ./check speed.
-# ./check speed GROUP... measures only board, start, moves, groups or folder.
+# ./check speed GROUP... measures only board, growth, start, moves, groups or folder.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
@@ -10,7 +10,7 @@ say "Building..."
 build_preset release || exit 1
 quietly build/bench-configure.log cmake -S . -B build/bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DFENTO_BENCH=ON \
     -DFENTO_TESTS=OFF -DFENTO_WARNINGS_AS_ERRORS=OFF || exit 1
-quietly build/bench-build.log cmake --build build/bench --target board_bench picture_bench bare_window || exit 1
+quietly build/bench-build.log cmake --build build/bench --target board_bench growth_bench picture_bench bare_window || exit 1
 
 # Photographs with soft shapes and grain, the first three of 24 megapixels; made once.
 photos=build/bench/photos
