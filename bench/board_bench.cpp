@@ -73,14 +73,19 @@ void MoveGroup(int step) {
     }
 }
 
+// Yardstick and composition write the same memory: where it lies makes more of a difference than what is compared.
+Surface& LargeBoard() {
+    static Surface board(4800, 2700);
+    return board;
+}
+
 // The yardstick.
 void CopyBoard(benchmark::State& state) {
     const size_t count = size_t{4800} * 2700;
-    auto from = std::make_unique<Pixel[]>(count), to = std::make_unique<Pixel[]>(count);
+    const auto from = std::make_unique<Pixel[]>(count);
     std::memset(from.get(), 1, count * sizeof(Pixel));
     for (auto _ : state) {
-        std::memcpy(to.get(), from.get(), count * sizeof(Pixel));
-        benchmark::DoNotOptimize(to[count / 2]);
+        std::memcpy(LargeBoard().DrawAll(), from.get(), count * sizeof(Pixel));
         benchmark::ClobberMemory();
     }
     state.SetBytesProcessed(state.iterations() * int64_t(count * sizeof(Pixel)));
@@ -92,10 +97,10 @@ void ComposeWhole(benchmark::State& state) {
     Game game = LargeGame();
     game.Spread(0, 0);
     for (auto _ : state) {
-        SetPixel(game.board, 0, 0, 0);
-        game.Draw();
+        SetPixel(LargeBoard(), 0, 0, 0);
+        DrawBoard(LargeBoard(), game.background);
     }
-    benchmark::DoNotOptimize(game.board.At(1, 1));
+    benchmark::DoNotOptimize(LargeBoard().At(1, 1));
 }
 BENCHMARK(ComposeWhole);
 
