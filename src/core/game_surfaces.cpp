@@ -17,20 +17,12 @@ PieceSurfaces::PieceSurfaces() : generation_(NextGeneration()) { elements_.empla
 
 void PieceSurfaces::Load() {
     const Rect stored = elements_.front().StorageBounds();
-    const size_t count = size_t(stored.width) * size_t(stored.height);
-    if (roomLeft_ < count) {
-        room_ = NewPixelRoom(RoomPixels);
-        roomLeft_ = RoomPixels;
-    }
-    roomLeft_ -= count;
-    elements_.emplace_back(Side, Side).SetStorage(stored.width, stored.height, {room_, room_.get() + roomLeft_});
+    elements_.emplace_back(Side, Side).SetStorage(stored.width, stored.height);
     generation_ = NextGeneration();
 }
 
 void PieceSurfaces::UnloadFromOne() {
     elements_.resize(1);
-    room_ = nullptr;
-    roomLeft_ = 0;
     generation_ = NextGeneration();
 }
 

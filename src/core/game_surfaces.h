@@ -33,11 +33,7 @@ public:
     static constexpr int Side = 160;
 
 private:
-    static constexpr size_t RoomPixels = 1 << 20;
-
     std::deque<Surface> elements_;
-    PixelRoom room_;  // of the latest elements, handed out from its end
-    size_t roomLeft_ = 0;
     uint64_t generation_ = 0;
     uint64_t touches_ = 0;
 };

@@ -1,14 +1,7 @@
 // Storage that appears with the first drawing, and the list of what was drawn.
 #include "platform/surface.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <new>
 #include <utility>
-
-#ifdef __linux__
-#include <sys/mman.h>
-#endif
 
 namespace {
 
@@ -29,19 +22,6 @@ bool Covers(const Rect& outer, const Rect& inner) {
 
 }  // namespace
 
-// A row of the board and the one below it lie pages apart, and the pieces are spread over thousands of pages of the
-// common size: looking up where those are takes as long as copying a short row.
-PixelRoom NewPixelRoom(size_t count) {
-    constexpr std::align_val_t largePage{2 << 20};
-    const size_t bytes = count * sizeof(Pixel);
-    if (bytes < size_t(largePage)) return std::make_shared_for_overwrite<Pixel[]>(count);
-    void* memory = ::operator new(bytes, largePage);
-#ifdef MADV_HUGEPAGE
-    ::madvise(memory, bytes, MADV_HUGEPAGE);
-#endif
-    return {static_cast<Pixel*>(memory), [](Pixel* pixels) { ::operator delete(pixels, largePage); }};
-}
-
 Surface::Surface(int width, int height, Pixel background) : background_(OpaqueBits | background) {
     Resize(width, height);
 }
@@ -56,7 +36,6 @@ Surface& Surface::operator=(Surface&& other) noexcept {
     storedHeight_ = std::exchange(other.storedHeight_, 0);
     background_ = other.background_;
     pixels_ = std::move(other.pixels_);
-    room_ = std::move(other.room_);
     damage_.clear();
     other.damage_.clear();
     other.revision_ = NextRevision();
@@ -73,11 +52,10 @@ void Surface::Resize(int width, int height) {
     Cls();
 }
 
-void Surface::SetStorage(int width, int height, PixelRoom room) {
+void Surface::SetStorage(int width, int height) {
     storedWidth_ = std::clamp(width, 0, width_);
     storedHeight_ = std::clamp(height, 0, height_);
     Cls();
-    room_ = std::move(room);
 }
 
 void Surface::SetBackground(Pixel background) {
@@ -87,7 +65,6 @@ void Surface::SetBackground(Pixel background) {
 
 void Surface::Cls() {
     pixels_.reset();
-    room_.reset();
     Touch(Bounds());
 }
 
@@ -98,22 +75,18 @@ Pixel Surface::At(int x, int y) const {
 
 Pixel* Surface::Draw(const Rect& area) {
     if (!pixels_) {
-        MakeStorage();
-        std::fill_n(pixels_.get(), size_t(storedWidth_) * size_t(storedHeight_), background_);
+        const size_t count = size_t(storedWidth_) * size_t(storedHeight_);
+        pixels_ = std::make_unique_for_overwrite<Pixel[]>(count);
+        std::fill_n(pixels_.get(), count, background_);
     }
     Touch(area);
     return pixels_.get();
 }
 
 Pixel* Surface::DrawAll() {
-    if (!pixels_) MakeStorage();
+    if (!pixels_) pixels_ = std::make_unique_for_overwrite<Pixel[]>(size_t(storedWidth_) * size_t(storedHeight_));
     Touch(StorageBounds());
     return pixels_.get();
-}
-
-void Surface::MakeStorage() {
-    pixels_ = room_ ? std::move(room_) : NewPixelRoom(size_t(storedWidth_) * size_t(storedHeight_));
-    room_ = nullptr;
 }
 
 void Surface::Touch(const Rect& area) {

@@ -23,12 +23,6 @@ public:
     virtual void SurfaceRefreshed(const Region& damage) = 0;
 };
 
-// Room for pixels. Several surfaces may each have a part of one room.
-using PixelRoom = std::shared_ptr<Pixel[]>;
-
-// Room for `count` pixels, not filled. Much room lies in large pages of memory where the system has them.
-PixelRoom NewPixelRoom(size_t count);
-
 class Surface {
 public:
     Surface() = default;
@@ -48,8 +42,8 @@ public:
     void Resize(int width, int height);
 
     // Keeps pixels only for the top-left `width` by `height` (clipped to the size),
-    // all of them background again. `room`, if given, is where they will be; it must be large enough.
-    void SetStorage(int width, int height, PixelRoom room = nullptr);
+    // all of them background again.
+    void SetStorage(int width, int height);
     Rect StorageBounds() const { return {0, 0, storedWidth_, storedHeight_}; }
 
     // The colour that Cls leaves. Setting it clears the surface.
@@ -90,13 +84,12 @@ public:
     const Region& Damage() const { return damage_; }
 
 private:
-    void MakeStorage();
     void AddDamage(const Rect& area);
 
     int width_ = 0, height_ = 0;
     int storedWidth_ = 0, storedHeight_ = 0;
     Pixel background_ = WhitePixel;
-    PixelRoom pixels_, room_;  // while there are pixels, and before
+    std::unique_ptr<Pixel[]> pixels_;
     uint64_t revision_ = 0;
     Region damage_;  // a few rectangles; united when they become many
     SurfaceListener* listener_ = nullptr;
