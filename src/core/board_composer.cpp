@@ -59,6 +59,7 @@ void BoardComposer::Compose(Surface& dest, const Surface& background) {
     changed_.clear();
     moved_.clear();
     restacked_ = false;
+    way_ = std::nullopt;
     if (KnowsGround(dest, background) && CollectDamage())
         PaintDamage(dest, background);
     else
@@ -84,7 +85,11 @@ bool BoardComposer::CollectDamage() {
     } else {
         for (const int i : Pieces.Written()) CompareRecord(i);
     }
-    if (restacked_ && !CollectRestacked()) return false;
+    way_ = WayOfGroup();
+    if (!restacked_)
+        CollectMoved();
+    else if (!CollectRestacked())
+        return false;
     AddHeldPieces();
     CollectRedrawnSurfaces();
     return true;
@@ -95,16 +100,27 @@ void BoardComposer::CompareRecord(int element) {
     if (now == was) return;
     restacked_ |= now.PieceId != was.PieceId;
     changed_.push_back(element);
-    if (LookAlike(now, was)) return;
-    moved_.push_back(element);
-    AddPiece(was);
-    AddPiece(now);
+    if (!LookAlike(now, was)) moved_.push_back(element);
+}
+
+// Of a compact group its outline will do.
+void BoardComposer::CollectMoved() {
+    if (way_ && group_.IsCompact()) {
+        const PieceRec& first = std::as_const(Pieces)[size_t(moved_[0])];
+        const Rect outline = Shifted(group_.Outline(), first.X, first.Y);
+        AddPart(outline);
+        AddPart(Shifted(outline, -way_->dx, -way_->dy));
+        return;
+    }
+    for (const int element : moved_) {
+        AddPiece(pieces_[size_t(element)]);
+        AddPiece(std::as_const(Pieces)[size_t(element)]);
+    }
 }
 
 // The same for a pile in another order. Pieces that keep their look and their order among each other make
 // the same pixels; all others are damage. False if pieces came or went, or a number occurs twice.
 bool BoardComposer::CollectRestacked() {
-    parts_.clear();
     const PieceList& now = Pieces;
     const size_t count = Pieces.size();
     oldPlaceOfId_.assign(count, -1);
@@ -150,9 +166,11 @@ void BoardComposer::CollectRedrawnSurfaces() {
             AddPiece(piece);
 }
 
-void BoardComposer::AddPiece(const PieceRec& piece) {
-    const Rect square = Intersect(painter_.BoundsOf(piece), bounds_);
-    if (!square.Empty()) parts_.push_back(square);
+void BoardComposer::AddPiece(const PieceRec& piece) { AddPart(painter_.BoundsOf(piece)); }
+
+void BoardComposer::AddPart(const Rect& rect) {
+    const Rect part = Intersect(rect, bounds_);
+    if (!part.Empty()) parts_.push_back(part);
 }
 
 void BoardComposer::PaintAll(Surface& dest, const Surface& background) {
@@ -172,7 +190,6 @@ void BoardComposer::PaintDamage(Surface& dest, const Surface& background) {
     double damaged = 0;
     for (const Rect& area : areas) damaged += double(area.width) * area.height;
     if (damaged > LargeDamage * bounds_.width * bounds_.height) return PaintAll(dest, background);
-    const std::optional<Way> way = WayOfGroup();
     if (restacked_)
         RememberPieces();
     else
@@ -181,7 +198,7 @@ void BoardComposer::PaintDamage(Surface& dest, const Surface& background) {
     Pixel* pixels = nullptr;
     for (const Rect& area : areas) pixels = dest.Draw(area);
     const BoardPainter::Scene scene{pixels, dest.Stride(), background, pieces_.data(), PickedPiece, SurfacesOfPieces()};
-    const Region rest = way ? ShiftGroup(scene, areas, *way) : areas;
+    const Region rest = way_ ? ShiftGroup(scene, areas, *way_) : areas;
     for (const Rect& area : rest) painter_.Paint(scene, area);
 }
 

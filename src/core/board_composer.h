@@ -31,10 +31,12 @@ private:
     bool KnowsGround(const Surface& dest, const Surface& background) const;
     bool CollectDamage();
     void CompareRecord(int element);
+    void CollectMoved();
     bool CollectRestacked();
     void AddHeldPieces();
     void CollectRedrawnSurfaces();
     void AddPiece(const PieceRec& piece);
+    void AddPart(const Rect& rect);
     void PaintAll(Surface& dest, const Surface& background);
     void PaintDamage(Surface& dest, const Surface& background);
     std::optional<Way> WayOfGroup();
@@ -68,6 +70,7 @@ private:
     std::vector<int> changed_;  // elements whose record is another, in an unchanged pile
     std::vector<int> moved_;    // those of them that look or lie differently
     bool restacked_ = false;
+    std::optional<Way> way_;  // of the group, if nothing else moved
     std::vector<int> oldPlaceOfId_, oldPlaces_;
 };
 

@@ -10,23 +10,30 @@ void CarriedGroup::Take(const std::vector<int>& elements, const std::vector<Piec
     contained_.assign(pieces.size(), false);
     lowest_ = -1;
     hidden_.clear();
+    hiddenArea_ = 0;
+    outline_ = {};
     if (elements.empty()) return;
     const Rect bounds = BoundsOf(pieces, spans.TileSize());
     if (int64_t(bounds.width) * bounds.height > LargestArea) return;
     filled_.Reset(bounds.width, bounds.height);
+    const PieceRec& first = pieces[size_t(elements[0])];
     for (const int element : elements) {
         const PieceRec& piece = pieces[size_t(element)];
         contained_[size_t(element)] = true;
         lowest_ = std::max(lowest_, element);
         const bool drawn = piece.PieceId >= 0 && piece.PieceId < drawable;
-        if (drawn && piece.MaskIndex >= 0 && piece.MaskIndex < TileCount)
-            MarkShape(piece, bounds, spans[piece.MaskIndex].shape);
+        if (piece.MaskIndex < 0 || piece.MaskIndex >= TileCount) continue;
+        const TileSpans::Tile& tile = spans[piece.MaskIndex];
+        outline_ = Unite(outline_, {piece.X - first.X + tile.bounds.x, piece.Y - first.Y + tile.bounds.y,
+                                    tile.bounds.width, tile.bounds.height});
+        if (drawn) MarkShape(piece, bounds, tile.shape);
     }
     filled_.Reduce(Cell, cells_);
-    const PieceRec& first = pieces[size_t(elements[0])];
     while (hidden_.size() < MostRects) {
         const Rect rect = LargestRect();
-        if (int64_t(rect.width) * rect.height * Cell * Cell < LeastArea) return;
+        const int64_t area = int64_t(rect.width) * rect.height * Cell * Cell;
+        if (area < LeastArea) return;
+        hiddenArea_ += area;
         for (int y = rect.y; y < rect.Bottom(); ++y) cells_.Clear(y, rect.x, rect.Right() - 1);
         hidden_.push_back({bounds.x + rect.x * Cell - first.X, bounds.y + rect.y * Cell - first.Y, rect.width * Cell,
                            rect.height * Cell});

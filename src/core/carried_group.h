@@ -29,6 +29,10 @@ public:
     // The element lowest in the pile.
     int Lowest() const { return lowest_; }
 
+    // What the group can change, and whether most of that is hidden; counted from the place of the first element.
+    const Rect& Outline() const { return outline_; }
+    bool IsCompact() const { return 2 * hiddenArea_ >= int64_t(outline_.width) * outline_.height; }
+
     // At most MostRects rectangles, none touching another, counted from the place of the first element.
     const Region& Hidden() const { return hidden_; }
 
@@ -45,7 +49,9 @@ private:
     std::vector<int> elements_;
     std::vector<bool> contained_;
     int lowest_ = -1;
+    Rect outline_;
     Region hidden_;
+    int64_t hiddenArea_ = 0;
     BitGrid filled_, cells_;
     std::vector<int> heights_, open_;
 };
