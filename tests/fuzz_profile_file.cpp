@@ -9,8 +9,8 @@
 #include <cstdlib>
 #include <iterator>
 
-#include "platform/files.h"
-#include "platform/profile_file.h"
+#include "platform/system/files.h"
+#include "platform/system/profile_file.h"
 
 namespace {
 

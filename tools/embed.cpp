@@ -29,7 +29,7 @@ int Fail(const std::string& what, const std::string& file) {
 int main(int count, char** words) {
     if (count < 2 || (count - 2) % 3 != 0) return Fail("wants OUTPUT and then NAME TYPE FILE, not", "this");
     std::ofstream out(words[1], std::ios::binary);
-    out << "#include \"platform/embedded.h\"\n\nnamespace {\n\n";
+    out << "#include \"platform/system/embedded.h\"\n\nnamespace {\n\n";
     std::string table;
     for (int i = 2; i < count; i += 3) {
         std::ifstream in(words[i + 2], std::ios::binary);

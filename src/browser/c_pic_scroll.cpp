@@ -2,7 +2,7 @@
 // their 16 bits; a refusal leaves that one property as it was.
 #include "browser/c_pic_scroll.h"
 
-#include "platform/scroll_bar.h"
+#include "platform/controls/scroll_bar.h"
 
 void cPicScroll::SetUpScrollBars(ScrollBar* H_SB, ScrollBar& V_SB, int32_t lVer_MaxLen, int16_t iVer_SmallChange,
                                  int32_t lVer_LargeChange, int32_t lHor_MaxLen, int16_t iHor_SmallChange,

@@ -10,9 +10,9 @@
 
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
+#include "platform/system/numbers.h"
 
 namespace {
 constexpr double ClientWidth = 10650, ClientHeight = 3990;
@@ -20,7 +20,7 @@ constexpr Color White = 0xFFFFFF;
 }  // namespace
 
 frmThumbs::frmThumbs(frmMain& main)
-    : Form("frmThumbs", "Busca Imagens", ScaleMode::Twip, FormBorder::FixedDialog), main_(main) {
+    : Form("frmThumbs", "Busca Imagens", ScaleMode::Twips, FormBorder::FixedDialog), main_(main) {
     SetBackColor(WindowColor);
     Place(0, 0, ClientWidth, ClientHeight);
     CenterOnScreen();

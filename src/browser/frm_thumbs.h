@@ -2,8 +2,8 @@
 // Lengths are twips.
 #pragma once
 #include "browser/thumbs_ctl.h"
-#include "platform/folder_lists.h"
-#include "platform/form.h"
+#include "platform/controls/folder_lists.h"
+#include "platform/controls/form.h"
 #include "shell/uc_firefox_wait.h"
 
 class frmMain;

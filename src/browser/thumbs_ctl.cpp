@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "core/game_state.h"
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 namespace {
 constexpr Color Grey = 0xC0C0C0;
@@ -25,7 +25,7 @@ bool Read(const PropertyBag& bag, const std::string& name, T defaultValue, T& fi
 }  // namespace
 
 ThumbsCtl::ThumbsCtl(std::string name, Label& waitLabel)
-    : Control(std::move(name), ScaleMode::Twip), waitLabel_(waitLabel) {
+    : Control(std::move(name), ScaleMode::Twips), waitLabel_(waitLabel) {
     picFundo.SetBorder(Border::Single);
     scrThumbs.SetWidth(240);
     picInterior.SetAccessibleName("Miniaturas");

@@ -12,12 +12,12 @@
 #include <vector>
 
 #include "browser/c_pic_scroll.h"
-#include "platform/cell_sheet.h"
-#include "platform/picture.h"
-#include "platform/picture_box.h"
-#include "platform/property_bag.h"
-#include "platform/scroll_bar.h"
-#include "platform/simple_controls.h"
+#include "platform/controls/cell_sheet.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/property_bag.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/drawing/picture.h"
 
 class ThumbsCtl : public Control {
 public:
@@ -58,7 +58,7 @@ public:
     std::function<void(const std::string& property)> PropertyChanged;  // a value is to be stored
 
     // Child controls.
-    PictureBox picFundo{"picFundo", ScaleMode::Twip};
+    PictureBox picFundo{"picFundo", ScaleMode::Twips};
     CellSheet picInterior{"picInterior"};  // of cell k the figure is imgFigura(k), the frame lblFigura(k)
     ScrollBar scrThumbs{"scrThumbs", Orientation::Vertical};
 

@@ -5,8 +5,8 @@
 
 #include "browser/thumbs_ctl.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/numbers.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
 
 namespace {
 constexpr double Margin = 10;           // round frame, sheet and bar

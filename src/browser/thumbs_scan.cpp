@@ -7,10 +7,10 @@
 
 #include "browser/thumbs_ctl.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/files.h"
-#include "platform/form.h"
-#include "platform/numbers.h"
+#include "platform/controls/form.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
+#include "platform/system/numbers.h"
 
 namespace {
 constexpr int16_t BoxWidth = 1635, BoxHeight = 1500;  // a thumbnail touches this box on one side

@@ -1,6 +1,6 @@
 // Composing the board.
 #pragma once
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace PuzzleModule {
 

@@ -8,7 +8,7 @@
 #include "core/bit_grid.h"
 #include "core/piece_rec.h"
 #include "core/tile_spans.h"
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
 
 namespace PuzzleModule {
 

@@ -3,7 +3,7 @@
 #include <cstddef>
 
 #include "core/bit_grid.h"
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
 
 namespace PuzzleModule {
 

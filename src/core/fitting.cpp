@@ -2,7 +2,7 @@
 // at its step, which is why a picture shrinks in steps of 5% and not in one stretch.
 #include "core/fitting.h"
 
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 namespace PuzzleModule {
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
 
 namespace PuzzleModule {
 

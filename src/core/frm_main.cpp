@@ -5,9 +5,9 @@
 
 #include "core/board.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/files.h"
-#include "platform/numbers.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
+#include "platform/system/numbers.h"
 #include "shell/app_folder.h"
 #include "shell/common_dialogs.h"
 #include "shell/settings.h"
@@ -30,7 +30,7 @@ double BoardFactor(int screenWidth) {
 
 }  // namespace
 
-frmMain::frmMain() : Form("frmMain", "Fento-Lira Master", ScaleMode::Pixel, FormBorder::Sizable) {
+frmMain::frmMain() : Form("frmMain", "Fento-Lira Master", ScaleMode::Pixels, FormBorder::Sizable) {
     PuzzleModule::Surfaces = &Surfaces;
     PlaceControls();
     DressControls();

@@ -14,11 +14,11 @@
 #include "core/fitting.h"
 #include "core/game_surfaces.h"
 #include "core/saved_game.h"
-#include "platform/form.h"
-#include "platform/picture_box.h"
-#include "platform/scroll_bar.h"
-#include "platform/simple_controls.h"
-#include "platform/timer.h"
+#include "platform/controls/form.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/system/timer.h"
 #include "shell/skin.h"
 
 class frmMain : public Form {

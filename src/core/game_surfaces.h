@@ -5,8 +5,8 @@
 #include <deque>
 #include <memory>
 
-#include "platform/picture.h"
-#include "platform/surface.h"
+#include "platform/drawing/picture.h"
+#include "platform/drawing/surface.h"
 
 // The surfaces of the pieces: element i belongs to the piece with PieceId i. Element 0
 // always exists. Each is declared 160 by 160, the largest tile, and stores the tile only.

@@ -19,7 +19,7 @@
 
 #include "core/game_state.h"
 #include "core/game_surfaces.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
 
 namespace PuzzleModule {
 

@@ -8,7 +8,7 @@
 
 #include "core/game_state.h"
 #include "core/mask_strip.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
 
 namespace PuzzleModule {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "core/piece_rec.h"
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
 
 namespace PuzzleModule {
 

@@ -7,8 +7,8 @@
 #include "core/game_state.h"
 #include "core/mask_strip.h"
 #include "core/pieces.h"
-#include "platform/desktop.h"
-#include "platform/files.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
 #include "shell/common_dialogs.h"
 
 using namespace PuzzleModule;

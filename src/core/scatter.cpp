@@ -6,9 +6,9 @@
 
 #include "core/game_state.h"
 #include "core/pieces.h"
-#include "platform/desktop.h"
-#include "platform/numbers.h"
-#include "platform/random.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
+#include "platform/system/random.h"
 
 namespace PuzzleModule {
 

@@ -1,6 +1,6 @@
 // Laying the pieces out on an irregular lattice, and turning some of them.
 #pragma once
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace PuzzleModule {
 

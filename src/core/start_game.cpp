@@ -10,9 +10,9 @@
 #include "core/mask_strip.h"
 #include "core/pieces.h"
 #include "core/scatter.h"
-#include "platform/desktop.h"
-#include "platform/numbers.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
 
 using namespace PuzzleModule;
 

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "core/mask_strip.h"
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace PuzzleModule {
 

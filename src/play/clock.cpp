@@ -4,7 +4,7 @@
 
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 using namespace PuzzleModule;
 

@@ -2,8 +2,8 @@
 // picture for completion. Nothing is joined here; whether pieces are joined shows at the next press.
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/numbers.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
 #include "play/rules.h"
 #include "shell/sound.h"
 

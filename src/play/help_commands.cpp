@@ -4,9 +4,9 @@
 #include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/pieces.h"
-#include "platform/desktop.h"
-#include "platform/numbers.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
 #include "play/rules.h"
 
 using namespace PuzzleModule;

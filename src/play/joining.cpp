@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "core/game_state.h"
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 namespace PuzzleModule {
 namespace {

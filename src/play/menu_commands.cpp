@@ -2,7 +2,7 @@
 // small windows, the exit.
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/desktop.h"
+#include "platform/system/desktop.h"
 #include "shell/common_dialogs.h"
 #include "shell/form1.h"
 #include "shell/frm_about.h"

@@ -8,7 +8,7 @@
 #include "core/game_state.h"
 #include "core/mask_strip.h"
 #include "core/pieces.h"
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 #include "play/joining.h"
 #include "shell/sound.h"
 

@@ -2,7 +2,7 @@
 #include "play/rules.h"
 
 #include "core/game_state.h"
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 namespace PuzzleModule {
 

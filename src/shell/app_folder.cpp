@@ -13,9 +13,9 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/desktop.h"
-#include "platform/files.h"
-#include "platform/user_settings.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
+#include "platform/system/user_settings.h"
 
 namespace {
 

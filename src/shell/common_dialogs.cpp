@@ -2,9 +2,9 @@
 #include "shell/common_dialogs.h"
 
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/files.h"
-#include "platform/user_settings.h"
+#include "platform/system/desktop.h"
+#include "platform/system/files.h"
+#include "platform/system/user_settings.h"
 #include "shell/settings.h"
 #include "shell/text_helpers.h"
 

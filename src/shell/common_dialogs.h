@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/color.h"
+#include "platform/system/color.h"
 
 class Form;
 

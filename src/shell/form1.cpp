@@ -7,7 +7,7 @@ constexpr Color Paper = Rgb(255, 255, 255), Strip = Rgb(224, 224, 224);
 
 }  // namespace
 
-Form1::Form1(Skin& skin) : Form("Form1", "Como Jogar", ScaleMode::Twip, FormBorder::FixedDialog), skin_(skin) {
+Form1::Form1(Skin& skin) : Form("Form1", "Como Jogar", ScaleMode::Twips, FormBorder::FixedDialog), skin_(skin) {
     SetWidth(7080);
     SetHeight(4335);
     CenterOnScreen();

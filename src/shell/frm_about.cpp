@@ -1,7 +1,7 @@
 // The About box: name, version, maker and two links. Lengths are twips.
 #include "shell/frm_about.h"
 
-#include "platform/desktop.h"
+#include "platform/system/desktop.h"
 #include "shell/startup.h"
 
 namespace {
@@ -21,7 +21,7 @@ void Add(Control& container, Label& label, const char* caption, const Rect& plac
 
 }  // namespace
 
-FrmAbout::FrmAbout() : Form("FrmAbout", " Sobre o Fento-Lira Master", ScaleMode::Twip, FormBorder::FixedToolWindow) {
+FrmAbout::FrmAbout() : Form("FrmAbout", " Sobre o Fento-Lira Master", ScaleMode::Twips, FormBorder::FixedToolWindow) {
     SetWidth(4785);
     SetHeight(2940);
     Add(*this, Label2, "Fento-Lira Master", {60, 60, 2310, 300}, {.font = {.points = 12, .bold = true}});

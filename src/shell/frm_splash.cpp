@@ -2,9 +2,9 @@
 #include "shell/frm_splash.h"
 
 #include "core/frm_main.h"
-#include "platform/bmp.h"
-#include "platform/desktop.h"
-#include "platform/resources.h"
+#include "platform/drawing/bmp.h"
+#include "platform/system/desktop.h"
+#include "platform/system/resources.h"
 #include "shell/shaped_windows.h"
 #include "shell/startup.h"
 
@@ -23,7 +23,7 @@ std::shared_ptr<const Surface> Banner() {
 
 }  // namespace
 
-FrmSplash::FrmSplash(frmMain& main) : Form("FrmSplash", "", ScaleMode::Twip, FormBorder::None), main_(main) {
+FrmSplash::FrmSplash(frmMain& main) : Form("FrmSplash", "", ScaleMode::Twips, FormBorder::None), main_(main) {
     SetWidth(ClientWidth);
     SetHeight(ClientHeight);
     CenterOnScreen();

@@ -1,7 +1,7 @@
 // The splash that opens the program and drives the start-up.
 #pragma once
-#include "platform/form.h"
-#include "platform/simple_controls.h"
+#include "platform/controls/form.h"
+#include "platform/controls/simple_controls.h"
 
 class frmMain;
 

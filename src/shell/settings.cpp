@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "core/game_state.h"
-#include "platform/profile_file.h"
+#include "platform/system/profile_file.h"
 
 namespace {
 

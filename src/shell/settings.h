@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/color.h"
+#include "platform/system/color.h"
 
 // One key of a settings table: the table is the one place that lists keys and defaults.
 struct SettingKey {

@@ -2,8 +2,8 @@
 #pragma once
 #include <optional>
 
-#include "platform/geometry.h"
-#include "platform/surface.h"
+#include "platform/drawing/geometry.h"
+#include "platform/drawing/surface.h"
 
 namespace PicDeclerations {
 

@@ -2,7 +2,7 @@
 #pragma once
 #include <string>
 
-#include "platform/form.h"
+#include "platform/controls/form.h"
 
 // The skin file is a style sheet. Without it, or with a broken one, windows keep the
 // desktop's plain look.

@@ -2,8 +2,8 @@
 #include "shell/sound.h"
 
 #include "core/game_state.h"
-#include "platform/desktop.h"
-#include "platform/resources.h"
+#include "platform/system/desktop.h"
+#include "platform/system/resources.h"
 
 void PlayWave(const MenuItem& mnuSounds, std::span<const std::byte> wave) {
     if (mnuSounds.Checked()) TheDesktop().PlayWave(wave);

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <span>
 
-#include "platform/menu.h"
+#include "platform/controls/menu.h"
 
 // Plays `wave` if the switch is checked at this moment. A new wave cuts off the last.
 void PlayWave(const MenuItem& mnuSounds, std::span<const std::byte> wave);

@@ -2,7 +2,7 @@
 #include "shell/startup.h"
 
 #include "core/frm_main.h"
-#include "platform/desktop.h"
+#include "platform/system/desktop.h"
 #include "shell/frm_splash.h"
 
 void RunProgram() {

@@ -12,9 +12,9 @@
 #include <array>
 #include <string_view>
 
-#include "platform/desktop.h"
-#include "platform/numbers.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
+#include "platform/system/desktop.h"
+#include "platform/system/numbers.h"
 
 namespace {
 

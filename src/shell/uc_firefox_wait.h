@@ -4,10 +4,10 @@
 #include <optional>
 #include <string>
 
-#include "platform/control.h"
-#include "platform/picture_box.h"
-#include "platform/property_bag.h"
-#include "platform/timer.h"
+#include "platform/controls/control.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/property_bag.h"
+#include "platform/system/timer.h"
 
 class ucFirefoxWait : public Control {
 public:

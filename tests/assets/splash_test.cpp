@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/bmp.h"
-#include "platform/resources.h"
+#include "platform/drawing/bmp.h"
+#include "platform/system/resources.h"
 
 namespace {
 

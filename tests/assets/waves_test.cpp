@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "browser/thumbs_ctl.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "tests/browser/yielding_desktop.h"
 #include "tests/support/temp_folder.h"
 

@@ -2,7 +2,7 @@
 // dialog stands with its activation done.
 #pragma once
 #include "core/game_state.h"
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "tests/support/picture_files.h"
 
 class YieldingDesktop : public HeadlessDesktop {

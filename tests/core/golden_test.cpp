@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "core/board.h"
-#include "platform/bmp.h"
-#include "platform/files.h"
+#include "platform/drawing/bmp.h"
+#include "platform/system/files.h"
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {

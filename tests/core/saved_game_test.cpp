@@ -5,7 +5,7 @@
 #include <functional>
 
 #include "core/fitting.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {

@@ -2,7 +2,7 @@
 
 #include <set>
 
-#include "platform/random.h"
+#include "platform/system/random.h"
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {

@@ -11,7 +11,7 @@
 #include "core/game_surfaces.h"
 #include "core/mask_strip.h"
 #include "core/pieces.h"
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
 
 namespace PuzzleModule {
 

@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "tests/support/temp_folder.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Reading and writing BMP files.
-#include "platform/bmp.h"
+#include "platform/drawing/bmp.h"
 
 #include <gtest/gtest.h>
 

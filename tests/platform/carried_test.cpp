@@ -3,9 +3,9 @@
 
 #include <set>
 
-#include "platform/files.h"
-#include "platform/random.h"
-#include "platform/resources.h"
+#include "platform/system/files.h"
+#include "platform/system/random.h"
+#include "platform/system/resources.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Paths, the program's one listing, and what may be opened.
-#include "platform/files.h"
+#include "platform/system/files.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "tests/support/temp_folder.h"
 
 namespace {

@@ -1,8 +1,8 @@
 // The numbers of a scroll bar, and what it raises.
 #include <gmock/gmock.h>
 
-#include "platform/headless/headless_desktop.h"
-#include "platform/scroll_bar.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/headless/desktop.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // Places in twips and pixels, the image of a picture box, mouse events, menus.
 #include <gmock/gmock.h>
 
-#include "platform/headless/headless_desktop.h"
-#include "platform/picture_box.h"
-#include "platform/simple_controls.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/headless/desktop.h"
 
 namespace {
 
@@ -26,12 +26,12 @@ protected:
     }
 
     HeadlessDesktop desktop;
-    Form form{"frmTest", "Test", ScaleMode::Pixel, FormBorder::Sizable};
+    Form form{"frmTest", "Test", ScaleMode::Pixels, FormBorder::Sizable};
     std::vector<std::string> events;
 };
 
 TEST_F(Controls, NeighboursInTwipsTouchInPixels) {
-    PictureBox sheet("sheet", ScaleMode::Twip);
+    PictureBox sheet("sheet", ScaleMode::Twips);
     PictureBox a("a"), b("b");
     sheet.AddChild(a);
     sheet.AddChild(b);
@@ -47,7 +47,7 @@ TEST_F(Controls, NeighboursInTwipsTouchInPixels) {
 }
 
 TEST_F(Controls, OnlyANewSizeInPixelsClearsTheImage) {
-    PictureBox sheet("sheet", ScaleMode::Twip);
+    PictureBox sheet("sheet", ScaleMode::Twips);
     PictureBox box("box");
     sheet.AddChild(box);
     box.Place(0, 0, 1500, 750);

@@ -2,16 +2,16 @@
 // run in a yield.
 #include <gmock/gmock.h>
 
-#include "platform/headless/headless_desktop.h"
-#include "platform/picture_box.h"
-#include "platform/simple_controls.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/headless/desktop.h"
 
 namespace {
 
 using testing::ElementsAre;
 
 struct Dialog : Form {
-    explicit Dialog(std::string name) : Form(std::move(name), "", ScaleMode::Twip, FormBorder::FixedDialog) {
+    explicit Dialog(std::string name) : Form(std::move(name), "", ScaleMode::Twips, FormBorder::FixedDialog) {
         AddChild(ok);
     }
     CommandButton ok{"ok", "&OK"};

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <random>
 
-#include "platform/cell_sheet.h"
+#include "platform/controls/cell_sheet.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // Rounding at ties and at the ends of the types.
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // Settings files as people and other programs leave them.
-#include "platform/profile_file.h"
+#include "platform/system/profile_file.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/files.h"
-#include "platform/user_settings.h"
+#include "platform/system/files.h"
+#include "platform/system/user_settings.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 

@@ -5,12 +5,12 @@
 
 class QtFixture {
 public:
-    QtFixture() : before_(InstallDesktop(&desktop)) {}
-    ~QtFixture() { InstallDesktop(before_); }
+    QtFixture() : before_(InstallBackend(&desktop)) {}
+    ~QtFixture() { InstallBackend(before_); }
     QtDesktop desktop;
 
 private:
-    Desktop* before_;
+    Backend* before_;
 };
 
 // A folder that goes with the test.

@@ -6,8 +6,8 @@
 
 #include "browser/thumbs_ctl.h"
 #include "core/game_state.h"
-#include "platform/files.h"
 #include "platform/qt/qt_desktop.h"
+#include "platform/system/files.h"
 #include "tests/platform/qt_fixture.h"
 #include "tests/support/picture_files.h"
 
@@ -40,7 +40,7 @@ public:
 
 class Scanning : public testing::Test {
 protected:
-    Scanning() : before(InstallDesktop(&desktop)) {
+    Scanning() : before(InstallBackend(&desktop)) {
         PuzzleModule::ResetState();
         PuzzleModule::TileSize = 60;
         PuzzleModule::ThumbsOpen = true;
@@ -52,7 +52,7 @@ protected:
             WritePicture(folder.File(variant <= 3 ? "old" : "new") + name, {220, 150 + variant}, variant);
         }
     }
-    ~Scanning() override { InstallDesktop(before); }
+    ~Scanning() override { InstallBackend(before); }
 
     void Scan(const std::string& name) {
         std::string path = folder.File(name);
@@ -77,7 +77,7 @@ protected:
 
     const ScratchFolder folder;
     ActingDesktop desktop;
-    Desktop* const before;
+    Backend* const before;
     Label label{"Label1"};
     ThumbsCtl thumbs{"ThumbsCtl1", label};
 };

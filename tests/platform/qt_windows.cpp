@@ -8,13 +8,13 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include "platform/picture_box.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/drawing/raster.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_peer.h"
-#include "platform/raster.h"
-#include "platform/scroll_bar.h"
-#include "platform/simple_controls.h"
 #include "tests/platform/qt_fixture.h"
 
 namespace {
@@ -62,7 +62,7 @@ protected:
     }
 
     QtFixture fixture;
-    Form form{"frmTest", "Teste", ScaleMode::Pixel, FormBorder::Sizable};
+    Form form{"frmTest", "Teste", ScaleMode::Pixels, FormBorder::Sizable};
     PictureBox box{"picBox"};
     ScrollBar bar{"bar", Orientation::Vertical};
     std::string log;
@@ -191,7 +191,7 @@ TEST_F(Windows, ActivationComesOncePerChangeOfTheActiveForm) {
     QCoreApplication::sendEvent(FormWindow::Of(form), &again);
     DoEvents();
     EXPECT_EQ(first, 1) << "the return from another program or a box";
-    Form other("frmOther", "Outra", ScaleMode::Twip, FormBorder::FixedDialog);
+    Form other("frmOther", "Outra", ScaleMode::Twips, FormBorder::FixedDialog);
     other.Place(0, 0, 3000, 3000);
     other.OnActivate = [&] {
         ++second;
@@ -211,7 +211,7 @@ TEST_F(Windows, OnlyAStyleSheetIsASkinAndItStaysWithItsWindow) {
     form.Load();
     fixture.desktop.ApplySkin(form);
     Show();
-    Form plain("frmPlain", "", ScaleMode::Twip, FormBorder::FixedDialog);
+    Form plain("frmPlain", "", ScaleMode::Twips, FormBorder::FixedDialog);
     plain.Show();
     EXPECT_FALSE(FormWindow::Of(form)->styleSheet().isEmpty());
     EXPECT_TRUE(FormWindow::Of(plain)->styleSheet().isEmpty());

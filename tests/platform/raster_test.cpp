@@ -1,5 +1,5 @@
 // Block operations against a model that works pixel by pixel and bit by bit.
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
 
 #include <gtest/gtest.h>
 

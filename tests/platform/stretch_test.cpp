@@ -3,8 +3,8 @@
 
 #include <random>
 
-#include "platform/picture.h"
-#include "platform/raster.h"
+#include "platform/drawing/picture.h"
+#include "platform/drawing/raster.h"
 #include "tests/support/picture_files.h"
 
 namespace {

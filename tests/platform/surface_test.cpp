@@ -1,10 +1,10 @@
 // Storage that comes late, what counts as drawn, and who hears of it.
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/raster.h"
+#include "platform/drawing/raster.h"
 
 namespace {
 

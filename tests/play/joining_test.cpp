@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <random>
 
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 #include "tests/reference/literal_joining.h"
 
 using namespace PuzzleModule;

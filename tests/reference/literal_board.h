@@ -1,6 +1,6 @@
 // What the board means: the plain sequence of block operations, each over whole squares.
 #pragma once
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace reference {
 

@@ -19,7 +19,7 @@
 #include <thread>
 
 #include "core/saved_game.h"
-#include "platform/files.h"
+#include "platform/system/files.h"
 #include "tests/support/game_fixture.h"
 
 using namespace PuzzleModule;

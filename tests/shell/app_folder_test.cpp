@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 

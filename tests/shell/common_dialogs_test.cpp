@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "core/game_state.h"
-#include "platform/headless/headless_desktop.h"
-#include "platform/user_settings.h"
+#include "platform/headless/desktop.h"
+#include "platform/system/user_settings.h"
 #include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 
@@ -23,7 +23,7 @@ struct Dialogs : testing::Test {
     TempFolder folder;
     ScopedVariable configuration{"XDG_CONFIG_HOME", folder / "config"};
     HeadlessDesktop desktop;
-    Form owner{"frmMain", "", ScaleMode::Pixel, FormBorder::Sizable};
+    Form owner{"frmMain", "", ScaleMode::Pixels, FormBorder::Sizable};
 };
 
 TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {

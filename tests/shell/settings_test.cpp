@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "core/game_state.h"
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "shell/skin.h"
 #include "shell/sound.h"
 #include "tests/support/temp_folder.h"
@@ -54,7 +54,7 @@ TEST_F(Settings, WhatIsWrittenIsReadAndTheFirstChangeMakesTheFile) {
 }
 
 TEST_F(Settings, AMissingOrBrokenSkinLeavesWindowsPlain) {
-    Form window("frmSome", "", ScaleMode::Twip, FormBorder::Sizable);
+    Form window("frmSome", "", ScaleMode::Twips, FormBorder::Sizable);
     Skin skin;
     skin.LoadSkinFile(folder / "Puzzle.skn");
     skin.ApplySkin(window);

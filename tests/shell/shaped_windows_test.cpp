@@ -5,9 +5,9 @@
 
 #include <random>
 
-#include "platform/bmp.h"
-#include "platform/raster.h"
-#include "platform/resources.h"
+#include "platform/drawing/bmp.h"
+#include "platform/drawing/raster.h"
+#include "platform/system/resources.h"
 
 namespace {
 

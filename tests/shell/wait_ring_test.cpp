@@ -5,8 +5,8 @@
 
 #include <cmath>
 
-#include "platform/form.h"
-#include "platform/headless/headless_desktop.h"
+#include "platform/controls/form.h"
+#include "platform/headless/desktop.h"
 
 using testing::ElementsAre;
 

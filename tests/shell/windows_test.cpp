@@ -3,7 +3,7 @@
 
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "shell/frm_about.h"
 #include "shell/frm_splash.h"
 #include "shell/startup.h"

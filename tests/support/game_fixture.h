@@ -6,7 +6,7 @@
 
 #include "core/frm_main.h"
 #include "core/game_state.h"
-#include "platform/headless/headless_desktop.h"
+#include "platform/headless/desktop.h"
 #include "tests/support/picture_files.h"
 #include "tests/support/temp_folder.h"
 

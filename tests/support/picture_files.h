@@ -5,8 +5,8 @@
 #include <fstream>
 #include <string>
 
-#include "platform/geometry.h"
-#include "platform/surface.h"
+#include "platform/drawing/geometry.h"
+#include "platform/drawing/surface.h"
 
 // The pattern's pixel at x, y. Neighbours differ, and so do pictures of different `variant`.
 inline Pixel PatternPixel(int x, int y, int variant = 0) {

@@ -6,7 +6,7 @@
 #include <QImage>
 #include <optional>
 
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
 
 class BmpBands {
 public:

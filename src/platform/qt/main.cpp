@@ -7,7 +7,7 @@
 
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_translations.h"
-#include "platform/resources.h"
+#include "platform/system/resources.h"
 #include "shell/startup.h"
 
 namespace {
@@ -38,7 +38,7 @@ int main(int, char** argv) {
     QApplication::setWindowIcon(ProgramIcon());
 
     QtDesktop desktop;
-    InstallDesktop(&desktop);
+    InstallBackend(&desktop);
     desktop.OpenSound();
     RunProgram();
     return 0;

@@ -7,7 +7,7 @@
 #include <QPointer>
 #include <cmath>
 
-#include "platform/picture_box.h"
+#include "platform/controls/picture_box.h"
 #include "platform/qt/qt_peer.h"
 
 namespace {

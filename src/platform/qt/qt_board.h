@@ -3,7 +3,7 @@
 #include <QPoint>
 #include <QWidget>
 
-#include "platform/control.h"
+#include "platform/controls/control.h"
 
 class PictureBox;
 

@@ -5,7 +5,7 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "platform/cell_sheet.h"
+#include "platform/controls/cell_sheet.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_peer.h"
 

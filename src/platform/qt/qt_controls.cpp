@@ -5,10 +5,10 @@
 #include <QPushButton>
 #include <cmath>
 
-#include "platform/picture.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/drawing/picture.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_peer.h"
-#include "platform/simple_controls.h"
 
 namespace {
 
@@ -71,7 +71,7 @@ public:
     void Mirror(Aspect aspect) override {
         if (!Widget()) return;
         QtPeer::Mirror(aspect);
-        if (aspect == Aspect::Picture || aspect == Aspect::Look) static_cast<ImageWidget&>(*Widget()).TakePicture();
+        if (aspect == Aspect::Content || aspect == Aspect::Look) static_cast<ImageWidget&>(*Widget()).TakePicture();
     }
 };
 

@@ -17,6 +17,7 @@
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_peer.h"
+#include "platform/system/timer.h"
 
 namespace {
 

@@ -16,14 +16,14 @@
 #include <optional>
 #include <vector>
 
-#include "platform/desktop.h"
+#include "platform/controls/backend.h"
 #include "platform/qt/qt_sound.h"
 
 class FormWindow;
 class QDialog;
 class QTimer;
 
-class QtDesktop : public QObject, public Desktop {
+class QtDesktop : public QObject, public Backend {
 public:
     QtDesktop();
     ~QtDesktop() override;
@@ -63,7 +63,7 @@ public:
     std::optional<Size> PictureSize(const std::string& path) override;
     std::optional<Picture> DecodePicture(const std::string& path, Size atLeast) override;
     void DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted) override;
-    std::vector<DriveListBox::Volume> Volumes() override;
+    std::vector<Volume> Volumes() override;
     std::string ProgramPath() override;
 
     // A window became the active one. Its form hears of it from the message loop, and only

@@ -10,11 +10,11 @@
 #include <QScreen>
 #include <QSpacerItem>
 
-#include "platform/files.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_peer.h"
+#include "platform/system/files.h"
 
 namespace {
 

@@ -5,12 +5,12 @@
 #include <QWindow>
 #include <functional>
 
-#include "platform/numbers.h"
-#include "platform/picture_box.h"
+#include "platform/controls/picture_box.h"
 #include "platform/qt/qt_board.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_form.h"
 #include "platform/qt/qt_peer.h"
+#include "platform/system/numbers.h"
 
 namespace {
 
@@ -56,7 +56,7 @@ private:
 
 void QtDesktop::DragBox(PictureBox& box) {
     const double left = box.Left(), top = box.Top();
-    const double units = box.Parent() && box.Parent()->InnerScale() == ScaleMode::Twip ? double(TwipsPerPixel) : 1.0;
+    const double units = box.Parent() && box.Parent()->InnerScale() == ScaleMode::Twips ? double(TwipsPerPixel) : 1.0;
     DragLoop([&](QPoint way) { box.Move(left + way.x() * units, top + way.y() * units); }).Run();
     BoxWidget::ForgetHeld();
 }

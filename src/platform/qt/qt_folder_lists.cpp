@@ -5,7 +5,7 @@
 #include <QSignalBlocker>
 #include <QStyle>
 
-#include "platform/folder_lists.h"
+#include "platform/controls/folder_lists.h"
 #include "platform/qt/qt_peer.h"
 
 namespace {

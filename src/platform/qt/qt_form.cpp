@@ -95,14 +95,14 @@ public:
             case Aspect::Geometry:
                 window.TakeGeometry();
                 break;
-            case Aspect::Region:
+            case Aspect::Outline:
                 window.TakeRegion();
                 break;
             case Aspect::Look:
                 QtPeer::Mirror(aspect);
                 window.Client()->update();
                 break;
-            case Aspect::Picture:
+            case Aspect::Content:
                 window.Client()->update();
                 break;
             case Aspect::Order:

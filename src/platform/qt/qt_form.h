@@ -4,7 +4,7 @@
 #include <QWidget>
 #include <vector>
 
-#include "platform/form.h"
+#include "platform/controls/form.h"
 
 class QMenuBar;
 

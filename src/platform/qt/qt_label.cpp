@@ -6,10 +6,10 @@
 #include <QStyleOption>
 #include <cmath>
 
-#include "platform/form.h"
-#include "platform/picture_box.h"
+#include "platform/controls/form.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/qt/qt_peer.h"
-#include "platform/simple_controls.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <QWidget>
 #include <memory>
 
-#include "platform/control.h"
-#include "platform/menu.h"
+#include "platform/controls/control.h"
+#include "platform/controls/menu.h"
 
 class QMouseEvent;
 

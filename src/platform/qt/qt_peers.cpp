@@ -4,15 +4,15 @@
 #include <QFontDatabase>
 #include <cmath>
 
-#include "platform/cell_sheet.h"
-#include "platform/desktop.h"
-#include "platform/folder_lists.h"
-#include "platform/form.h"
-#include "platform/picture_box.h"
+#include "platform/controls/cell_sheet.h"
+#include "platform/controls/folder_lists.h"
+#include "platform/controls/form.h"
+#include "platform/controls/picture_box.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/controls/simple_controls.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_peer.h"
-#include "platform/scroll_bar.h"
-#include "platform/simple_controls.h"
+#include "platform/system/desktop.h"
 
 void QtPeer::Mirror(Aspect aspect) {
     if (!widget_) return;
@@ -44,8 +44,8 @@ void QtPeer::Mirror(Aspect aspect) {
 
 void QtPeer::MirrorAll() {
     for (const Aspect aspect :
-         {Aspect::Geometry, Aspect::Enabled, Aspect::Text, Aspect::Look, Aspect::Picture, Aspect::Range, Aspect::Value,
-          Aspect::Entries, Aspect::Region, Aspect::State, Aspect::Visible})
+         {Aspect::Geometry, Aspect::Enabled, Aspect::Text, Aspect::Look, Aspect::Content, Aspect::Range, Aspect::Value,
+          Aspect::Entries, Aspect::Outline, Aspect::State, Aspect::Visible})
         Mirror(aspect);
 }
 

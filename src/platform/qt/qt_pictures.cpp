@@ -8,7 +8,7 @@
 #include <climits>
 #include <cstring>
 
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 #include "platform/qt/bmp_bands.h"
 #include "platform/qt/qt_desktop.h"
 #include "platform/qt/qt_pictures.h"

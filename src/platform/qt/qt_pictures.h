@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 #include "platform/qt/reduced.h"
 
 // See PictureSize and LoadPicture in platform/picture.h.

@@ -3,8 +3,8 @@
 #include <QSignalBlocker>
 #include <cstdlib>
 
+#include "platform/controls/scroll_bar.h"
 #include "platform/qt/qt_peer.h"
-#include "platform/scroll_bar.h"
 
 namespace {
 

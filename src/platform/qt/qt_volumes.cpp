@@ -4,8 +4,8 @@
 #include <QFile>
 #include <algorithm>
 
-#include "platform/files.h"
 #include "platform/qt/qt_desktop.h"
+#include "platform/system/files.h"
 
 #ifdef __linux__
 #include <mntent.h>
@@ -37,8 +37,8 @@ std::vector<std::string> MountPlaces() {
     return places;
 }
 
-std::vector<DriveListBox::Volume> KnownVolumes() {
-    std::vector<DriveListBox::Volume> volumes{{"/", "/"}};
+std::vector<Volume> KnownVolumes() {
+    std::vector<Volume> volumes{{"/", "/"}};
     if (const std::string home = QFile::encodeName(QDir::homePath()).toStdString(); home != "/")
         volumes.push_back({home, "Pasta pessoal"});
     for (const std::string& place : MountPlaces())
@@ -48,8 +48,8 @@ std::vector<DriveListBox::Volume> KnownVolumes() {
 
 #else
 
-std::vector<DriveListBox::Volume> KnownVolumes() {
-    std::vector<DriveListBox::Volume> volumes;
+std::vector<Volume> KnownVolumes() {
+    std::vector<Volume> volumes;
     for (const QFileInfo& drive : QDir::drives()) {
         const std::string root = QDir::toNativeSeparators(drive.absolutePath()).toStdString();
         volumes.push_back({root, root});
@@ -61,7 +61,7 @@ std::vector<DriveListBox::Volume> KnownVolumes() {
 
 }  // namespace
 
-std::vector<DriveListBox::Volume> QtDesktop::Volumes() { return KnownVolumes(); }
+std::vector<Volume> QtDesktop::Volumes() { return KnownVolumes(); }
 
 std::string QtDesktop::ProgramPath() {
 #ifdef __linux__

@@ -4,9 +4,9 @@
 #include <functional>
 #include <optional>
 
-#include "platform/geometry.h"
+#include "platform/drawing/geometry.h"
+#include "platform/drawing/surface.h"
 #include "platform/qt/pace.h"
-#include "platform/surface.h"
 
 inline constexpr int64_t ReducedFrom = 16'000'000;  // pixels from which a picture is reduced while it is taken over
 

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/numbers.h"
+#include "platform/system/numbers.h"
 
 namespace {
 

@@ -1,0 +1,58 @@
+// The two lists of a folder browser.
+#pragma once
+#include "platform/controls/control.h"
+#include "platform/system/desktop.h"
+
+// The volumes that the player knows. A path's drive is the listed volume with the
+// longest matching prefix.
+class DriveListBox : public Control {
+public:
+    explicit DriveListBox(std::string name);
+
+    const std::vector<Volume>& Volumes() const { return volumes_; }
+    const std::string& Drive() const { return drive_; }  // root of the current volume
+
+    // Chooses the volume that `path` lies on. False if there is none; raises Change
+    // if the volume is another one.
+    bool SetDrive(const std::string& path);
+
+    Handler Change;
+    void DeliverChoice(size_t index);
+
+private:
+    std::vector<Volume> volumes_;
+    std::string drive_;
+};
+
+// `path` without ".", "..", doubled and closing separators (a root keeps its own); one that
+// does not begin at a root is taken from the process's current folder.
+std::string NormalPath(const std::string& path);
+
+// The folders from the root of the drive down to the current one, and below it its
+// sub-folders.
+class DirListBox : public Control {
+public:
+    explicit DirListBox(std::string name);  // stands on the process's current folder
+
+    struct Entry {
+        std::string path;
+        std::string label;
+        int depth = 0;      // steps below the root
+        bool open = false;  // the current folder and those above it
+    };
+    const std::vector<Entry>& Entries() const { return entries_; }
+    const std::string& Path() const { return path_; }
+
+    // False, and nothing changed, if the folder cannot be listed. Raises Change only if the
+    // path really becomes another one (compared after removing ".", ".." and doubled separators).
+    bool SetPath(const std::string& path);
+
+    Handler Change;
+    // The player opened entry `index` by a double click or Enter.
+    void DeliverOpen(size_t index);
+
+private:
+    void ListEntries(const std::string& path);
+    std::string path_;
+    std::vector<Entry> entries_;
+};

@@ -1,0 +1,19 @@
+// The window system in use.
+#include "platform/controls/window_system.h"
+
+#include <cassert>
+
+namespace {
+
+WindowSystem* current = nullptr;
+
+}  // namespace
+
+WindowSystem& TheWindows() {
+    assert(current);
+    return *current;
+}
+
+bool HasWindows() { return current != nullptr; }
+
+void InstallWindows(WindowSystem* windows) { current = windows; }

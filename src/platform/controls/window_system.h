@@ -1,0 +1,40 @@
+// What controls and forms ask of the desktop: peers, windows on the screen, dragging, dress.
+#pragma once
+#include <memory>
+#include <string>
+
+#include "platform/controls/form.h"
+#include "platform/controls/peer.h"
+
+class PictureBox;
+
+class WindowSystem {
+public:
+    virtual ~WindowSystem() = default;
+
+    // Peers. Called for a form and then for each of its visible-kind controls.
+    virtual std::unique_ptr<Peer> CreatePeer(Control& control) = 0;
+    virtual std::unique_ptr<Peer> CreateMenuPeer(Form& form, MenuItem& item) = 0;
+
+    // Windows. The form counts as shown (IsShown) before ShowForm or RunModal is called and no
+    // longer when HideForm is. RunModal shows the window itself (there is no ShowForm before
+    // it) and returns when the form is no longer shown. ShowForm of a form that is shown brings
+    // it to the front. A form shown in the state Maximized gets its size by DeliverResize
+    // before ShowForm returns, if the desktop can tell it. HideForm may come for a form
+    // whose derived part is gone already, or one that the desktop does not know.
+    virtual void ShowForm(Form& form) = 0;
+    virtual void RunModal(Form& form) = 0;
+    virtual void HideForm(Form& form) = 0;
+    virtual void AwaitState(Form& form, WindowState state) = 0;
+    virtual void DragBox(PictureBox& box) = 0;
+    virtual void DragForm(Form& form) = 0;
+
+    // Dresses windows: the text of a style, and one window at a time. False if it is no style.
+    virtual bool LoadSkin(const std::string& text) = 0;
+    virtual void ApplySkin(Form& form) = 0;
+};
+
+// The one in use; there is none before a backend was installed.
+WindowSystem& TheWindows();
+bool HasWindows();
+void InstallWindows(WindowSystem* windows);

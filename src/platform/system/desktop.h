@@ -1,0 +1,93 @@
+// What the program asks of the desktop it runs on, apart from windows and pictures: the message loop, the
+// clock, boxes and dialogs, the screen, sound. One object, installed before the first form; the free
+// functions below speak to it in the game's vocabulary.
+#pragma once
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/system/color.h"
+
+class Timer;
+
+// What a yield may deliver.
+enum class Yield {
+    Everything,       // events, timers, paints
+    PaintsAndTimers,  // what the player does meanwhile is discarded, not kept
+};
+
+// Styles of a message box add up: buttons and an icon.
+enum MsgBoxStyle : int { OKOnly = 0, YesNo = 4, Critical = 16, Question = 32, Exclamation = 48 };
+enum class MsgBoxResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
+
+struct FileDialogRequest {
+    bool save = false;          // no question before an existing file is chosen
+    std::string title;          // empty: the desktop's own
+    std::string filterText;     // "Fento-Lira (*.pzl)"
+    std::string filterPattern;  // "*.pzl"
+    std::string folder;         // where the dialog opens
+};
+
+// A mounted volume that the player knows.
+struct Volume {
+    std::string root;   // path
+    std::string label;  // what a list shows
+};
+
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    // The message loop. Run delivers events, timers and paints until the program ends.
+    virtual void Run() = 0;
+    virtual void DoEvents(Yield yield) = 0;
+    virtual void TimerChanged(Timer& timer, bool dying) = 0;
+    virtual double SteadySeconds() = 0;           // of a clock that never jumps
+    virtual void SleepUntil(double seconds) = 0;  // of the same clock; delivers nothing, burns nothing
+    virtual void AwaitFrame() = 0;                // everything drawn so far is really on the screen; at most
+                                                  // once a refresh of the display
+    [[noreturn]] virtual void End() = 0;          // ends the process at once
+
+    // Boxes and dialogs, all modal.
+    virtual MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) = 0;
+    virtual std::optional<std::string> FileDialog(const FileDialogRequest& request) = 0;  // a full path, or cancelled
+    // `custom`: the sixteen custom colours, in and out, also on cancel.
+    virtual std::optional<Color> ColorDialog(Color initial, bool fullOpen, std::span<Color, 16> custom) = 0;
+    virtual void OpenPage(const std::string& address) = 0;
+
+    // The primary screen, in twips and twips per logical pixel.
+    virtual double ScreenWidth() = 0;
+    virtual double ScreenHeight() = 0;
+    virtual double ScreenTwipsPerPixelX() { return TwipsPerPixelOfScreen; }
+    virtual double ScreenTwipsPerPixelY() { return TwipsPerPixelOfScreen; }
+    virtual Color SystemColor(Color code) = 0;  // a negative colour as 0x00BBGGRR
+
+    // Starts a wave held in memory, cutting off the one before. Never waits, never fails aloud.
+    virtual void PlayWave(std::span<const std::byte> wave) = 0;
+
+    virtual std::vector<Volume> Volumes() = 0;
+    virtual std::string ProgramPath() = 0;  // full path of the program's file
+
+protected:
+    static constexpr double TwipsPerPixelOfScreen = 15;
+};
+
+// The desktop in use.
+Desktop& TheDesktop();
+bool HasDesktop();
+void InstallDesktop(Desktop* desktop);
+
+// The game's vocabulary.
+void DoEvents(Yield yield = Yield::Everything);
+MsgBoxResult MsgBox(const std::string& text, int style = OKOnly, const std::string& title = "Fento-Lira Master");
+double SteadySeconds();
+double SecondsSinceMidnight();
+[[noreturn]] void End();
+Color ResolveColor(Color color);  // a desktop colour as 0x00BBGGRR; others unchanged
+
+// The folder of the program's file, and its name without extension ("fento-lira-master").
+std::string AppPath();
+std::string AppEXEName();
+inline constexpr int AppMajor = 1, AppMinor = 0, AppRevision = 0;
