@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "core/board.h"
+#include "core/board/draw_board.h"
 #include "core/game_state.h"
 #include "core/game_surfaces.h"
 #include "core/mask_strip.h"

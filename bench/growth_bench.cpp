@@ -6,7 +6,7 @@
 #include <chrono>
 #include <random>
 
-#include "core/board.h"
+#include "core/board/draw_board.h"
 #include "core/mask_strip.h"
 #include "core/pieces.h"
 #include "core/saved_game.h"

@@ -28,13 +28,6 @@ function(fento_hot)
   endif()
 endfunction()
 
-# Windows of the program that stand in this folder. They form one library: they may know each other,
-# and nothing below may know them.
-function(fento_windows)
-  list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
-  target_sources(windows PRIVATE ${ARGN})
-endfunction()
-
 # A test program, its cases known to CTest one by one.
 function(fento_test name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})

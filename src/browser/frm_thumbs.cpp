@@ -8,7 +8,7 @@
 
 #include <array>
 
-#include "core/frm_main.h"
+#include "core/fitting.h"
 #include "core/game_state.h"
 #include "platform/system/desktop.h"
 #include "platform/system/files.h"
@@ -19,8 +19,10 @@ constexpr double ClientWidth = 10650, ClientHeight = 3990;
 constexpr Color White = 0xFFFFFF;
 }  // namespace
 
-frmThumbs::frmThumbs(frmMain& main)
-    : Form("frmThumbs", "Busca Imagens", ScaleMode::Twips, FormBorder::FixedDialog), main_(main) {
+frmThumbs::frmThumbs(Skin& skin, Chosen startGame)
+    : Form("frmThumbs", "Busca Imagens", ScaleMode::Twips, FormBorder::FixedDialog),
+      skin_(skin),
+      startGame_(std::move(startGame)) {
     SetBackColor(WindowColor);
     Place(0, 0, ClientWidth, ClientHeight);
     CenterOnScreen();
@@ -81,7 +83,7 @@ void frmThumbs::BindHandlers() {
 // Yields once by itself, and all through the scan that a change of drive or folder starts.
 void frmThumbs::Form_Activate() {
     PuzzleModule::ThumbsOpen = true;
-    main_.Skin1.ApplySkin(*this);
+    skin_.ApplySkin(*this);
     DoEvents();
     if (IsUnloaded()) return;  // closed before it stood
     // Both lists raise Change if they move; a drive that is not listed stays where it is.
@@ -125,13 +127,12 @@ void frmThumbs::cmdVoltar_Click() { Unload(); }
 void frmThumbs::Form_Unload() { PuzzleModule::ThumbsOpen = false; }
 
 void frmThumbs::StartGame(int16_t& /*PicIndex*/, std::string& Filename) {
-    main_.StartGame(Filename, [this] { Hide(); });
+    startGame_(Filename);
     Unload();
 }
 
-void frmThumbs::SetSize(frmMain& main) {
-    if (!main.Surfaces.PicTemp) return;
+void frmThumbs::SetSize(const Picture& PicTemp, const PictureBox& Picture1, Image& imgMaster) {
     const std::optional<PuzzleModule::MiniatureFit> fit =
-        PuzzleModule::FitMiniature(main.Surfaces.PicTemp->Natural, main.Picture1.Width(), main.Picture1.Height());
-    if (fit) main.imgMaster.Place(fit->Left, fit->Top, fit->Width, fit->Height);
+        PuzzleModule::FitMiniature(PicTemp.Natural, Picture1.Width(), Picture1.Height());
+    if (fit) imgMaster.Place(fit->Left, fit->Top, fit->Width, fit->Height);
 }

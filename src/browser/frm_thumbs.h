@@ -4,13 +4,15 @@
 #include "browser/thumbs_ctl.h"
 #include "platform/controls/folder_lists.h"
 #include "platform/controls/form.h"
+#include "shell/skin.h"
 #include "shell/uc_firefox_wait.h"
-
-class frmMain;
 
 class frmThumbs : public Form {
 public:
-    explicit frmThumbs(frmMain& main);
+    // `startGame` is given the full path of the picture that the player has chosen, while the dialog still stands;
+    // it hides it when it likes.
+    using Chosen = std::function<void(const std::string& Filename)>;
+    frmThumbs(Skin& skin, Chosen startGame);
 
     DriveListBox Drive1{"Drive1"};
     DirListBox Dir1{"Dir1"};
@@ -30,13 +32,13 @@ public:
     // The chosen picture becomes a game; the dialog is unloaded at the end, game or not.
     void StartGame(int16_t& PicIndex, std::string& Filename);
 
-    // Fits the main window's miniature into its panel, in the proportions of the picture there. Needs no
-    // open dialog.
-    static void SetSize(frmMain& main);
+    // Fits the miniature into its panel, in the proportions of the picture as loaded. Needs no open dialog.
+    static void SetSize(const Picture& PicTemp, const PictureBox& Picture1, Image& imgMaster);
 
 private:
     void BuildControls();
     void BindHandlers();
 
-    frmMain& main_;
+    Skin& skin_;
+    Chosen startGame_;
 };

@@ -2,9 +2,9 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "core/frm_main.h"
 #include "core/game_state.h"
 #include "platform/system/numbers.h"
+#include "play/frm_main.h"
 
 using namespace PuzzleModule;
 

@@ -1,9 +1,9 @@
 // The release: all pieces settle on the lattice, the piece let go is tested for home and the whole
 // picture for completion. Nothing is joined here; whether pieces are joined shows at the next press.
-#include "core/frm_main.h"
 #include "core/game_state.h"
 #include "platform/system/desktop.h"
 #include "platform/system/numbers.h"
+#include "play/frm_main.h"
 #include "play/rules.h"
 #include "shell/sound.h"
 

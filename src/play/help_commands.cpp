@@ -1,12 +1,12 @@
 // A move shown, and giving up.
 #include <cmath>
 
-#include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/pieces.h"
 #include "platform/drawing/raster.h"
 #include "platform/system/desktop.h"
 #include "platform/system/numbers.h"
+#include "play/frm_main.h"
 #include "play/rules.h"
 
 using namespace PuzzleModule;

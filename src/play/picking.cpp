@@ -4,11 +4,11 @@
 // what is joined to it comes along by flags and offsets that live until the release.
 #include <utility>
 
-#include "core/frm_main.h"
 #include "core/game_state.h"
 #include "core/mask_strip.h"
 #include "core/pieces.h"
 #include "platform/system/numbers.h"
+#include "play/frm_main.h"
 #include "play/joining.h"
 #include "shell/sound.h"
 

@@ -2,7 +2,7 @@
 #include "shell/frm_about.h"
 
 #include "platform/system/desktop.h"
-#include "shell/startup.h"
+#include "shell/version.h"
 
 namespace {
 

@@ -1,12 +1,11 @@
 // The splash: a banner in the shape of a jigsaw piece, up while the program starts.
 #include "shell/frm_splash.h"
 
-#include "core/frm_main.h"
 #include "platform/drawing/bmp.h"
 #include "platform/system/desktop.h"
 #include "platform/system/resources.h"
 #include "shell/shaped_windows.h"
-#include "shell/startup.h"
+#include "shell/version.h"
 
 namespace {
 
@@ -23,7 +22,7 @@ std::shared_ptr<const Surface> Banner() {
 
 }  // namespace
 
-FrmSplash::FrmSplash(frmMain& main) : Form("FrmSplash", "", ScaleMode::Twips, FormBorder::None), main_(main) {
+FrmSplash::FrmSplash(Form& main) : Form("FrmSplash", "", ScaleMode::Twips, FormBorder::None), main_(main) {
     SetWidth(ClientWidth);
     SetHeight(ClientHeight);
     CenterOnScreen();

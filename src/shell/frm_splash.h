@@ -3,17 +3,16 @@
 #include "platform/controls/form.h"
 #include "platform/controls/simple_controls.h"
 
-class frmMain;
-
 class FrmSplash : public Form {
 public:
-    explicit FrmSplash(frmMain& main);
+    // `main`: the main window, loaded and shown in the order of the start.
+    explicit FrmSplash(Form& main);
     Label Label8{"Label8"};
     void Form_Load();
     void Form_Activate();
     void Form_MouseDown(int16_t Button, int16_t Shift, float X, float Y);
 
 private:
-    frmMain& main_;
+    Form& main_;
     bool Activated = false;
 };

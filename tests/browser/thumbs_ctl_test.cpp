@@ -5,7 +5,7 @@
 #include <array>
 
 #include "browser/thumbs_ctl.h"
-#include "tests/browser/yielding_desktop.h"
+#include "tests/support/yielding_desktop.h"
 
 using testing::ElementsAre;
 

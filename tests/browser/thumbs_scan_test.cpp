@@ -4,7 +4,7 @@
 
 #include "browser/thumbs_ctl.h"
 #include "platform/system/files.h"
-#include "tests/browser/yielding_desktop.h"
+#include "tests/support/yielding_desktop.h"
 #include "tests/support/temp_folder.h"
 
 using testing::UnorderedElementsAre;

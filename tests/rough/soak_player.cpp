@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "browser/frm_thumbs.h"
-#include "core/board.h"
+#include "core/board/draw_board.h"
 #include "core/mask_strip.h"
 #include "play/rules.h"
 #include "shell/form1.h"

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "core/board.h"
+#include "core/board/draw_board.h"
 #include "core/pieces.h"
 
 using namespace PuzzleModule;

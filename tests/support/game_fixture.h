@@ -4,9 +4,9 @@
 #include <memory>
 #include <string>
 
-#include "core/frm_main.h"
 #include "core/game_state.h"
 #include "platform/headless/desktop.h"
+#include "play/frm_main.h"
 #include "tests/support/picture_files.h"
 #include "tests/support/temp_folder.h"
 

@@ -35,10 +35,10 @@ uint64_t ListingNumber();
 std::vector<std::string> SubFolders(const std::string& folder);
 
 bool FolderExists(const std::string& path);
-bool FileExists(const std::string& path);   // anything but a folder
+bool FileExists(const std::string& path);  // anything but a folder
 bool IsRegularFile(const std::string& path);
 std::optional<int64_t> FileLen(const std::string& path);
-bool MkDir(const std::string& path);        // false if it could not be made
+bool MkDir(const std::string& path);  // false if it could not be made
 bool IsWritableFolder(const std::string& path);
 
 // The entry of `folder` named `name` without regard to the case of ASCII letters,

@@ -1,0 +1,258 @@
+// Windows, message loop, timers, clock and end of the desktop on Qt.
+#include "platform/qt/desktop.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QPalette>
+#include <QScreen>
+#include <QTimer>
+#include <QUrl>
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include "platform/qt/widgets/board.h"
+#include "platform/qt/widgets/form_window.h"
+#include "platform/qt/widgets/peer.h"
+#include "platform/system/timer.h"
+
+namespace {
+
+constexpr int ActivationRetry = 10;        // milliseconds
+constexpr double LongestFirstPaint = 0.3;  // seconds to wait for a new window to appear
+
+// What the player does, as opposed to what the desktop does.
+bool IsInput(QEvent::Type type) {
+    switch (type) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::Shortcut:
+        case QEvent::ShortcutOverride:
+        case QEvent::ContextMenu:
+        case QEvent::Close:
+        case QEvent::Drop:
+        case QEvent::TouchBegin:
+        case QEvent::TouchUpdate:
+        case QEvent::TouchEnd:
+        case QEvent::TabletPress:
+        case QEvent::TabletMove:
+        case QEvent::TabletRelease:
+        case QEvent::NativeGesture:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+QtDesktop::QtDesktop() {
+    FormWindow::Activated = [this](FormWindow& window) { NoteActivation(window); };
+    qApp->setQuitOnLastWindowClosed(false);
+    qApp->installEventFilter(this);
+}
+
+QtDesktop::~QtDesktop() {
+    for (const auto& [timer, ticking] : timers_) delete ticking;
+    FormWindow::Activated = nullptr;
+}
+
+// Input is taken at the widget, not at the window of the desktop: so Qt's own account of
+// which buttons are down stays right.
+bool QtDesktop::eventFilter(QObject* receiver, QEvent* event) {
+    if (discarding_ == 0 || !IsInput(event->type()) || receiver->isWindowType()) return false;
+    event->ignore();
+    return true;
+}
+
+// --- Windows ---------------------------------------------------------------------------
+
+std::unique_ptr<Peer> QtDesktop::CreatePeer(Control& control) { return MakePeer(control); }
+std::unique_ptr<Peer> QtDesktop::CreateMenuPeer(Form& form, MenuItem& item) { return MakeMenuPeer(form, item); }
+
+void QtDesktop::ShowWindow(FormWindow& window, bool modal) {
+    FormWindow* const owner = FormWindow::Frontmost();
+    const Form& form = window.TheForm();
+    window.setWindowModality(modal ? Qt::ApplicationModal : Qt::NonModal);
+    FormWindow::Attach(window, modal ? owner : nullptr);
+    window.RequestState(form.State());
+    window.show();
+    if (form.BorderStyle() == FormBorder::None) window.raise();
+    if (form.State() == WindowState::Maximized) AwaitState(window.TheForm(), WindowState::Maximized);
+}
+
+void QtDesktop::ShowForm(Form& form) {
+    FormWindow* window = FormWindow::Of(form);
+    if (!window) return;
+    if (window->isVisible()) {
+        window->raise();
+        window->activateWindow();
+    } else {
+        ShowWindow(*window, false);
+    }
+}
+
+void QtDesktop::RunModal(Form& form) {
+    FormWindow* window = FormWindow::Of(form);
+    if (!window || !form.IsShown()) return;
+    QEventLoop loop;
+    modal_.push_back({&form, &loop});
+    ShowWindow(*window, true);
+    if (form.IsShown()) loop.exec();
+    std::erase_if(modal_, [&](const ModalLoop& entry) { return entry.loop == &loop; });
+    decoded_.reset();
+}
+
+// The loop of a form that is hidden from deep inside ends when the stack has unwound to it.
+void QtDesktop::HideForm(Form& form) {
+    if (active_ == &form) active_ = nullptr;
+    for (const ModalLoop& entry : modal_)
+        if (entry.form == &form) entry.loop->quit();
+    if (FormWindow* window = FormWindow::Of(form)) window->hide();
+}
+
+void QtDesktop::AwaitState(Form& form, WindowState state) {
+    FormWindow* window = FormWindow::Of(form);
+    if (!window || !window->isVisible()) return;
+    const Qt::WindowStates wanted = state == WindowState::Maximized   ? Qt::WindowMaximized
+                                    : state == WindowState::Minimized ? Qt::WindowMinimized
+                                                                      : Qt::WindowNoState;
+    if ((window->windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)) != wanted) window->RequestState(state);
+    if (state != WindowState::Maximized) {
+        DoEvents(Yield::PaintsAndTimers);
+        return;
+    }
+    const QPointer<FormWindow> alive = window;
+    while (alive && alive->isVisible() && !alive->StateSettled()) {
+        DoEvents(Yield::PaintsAndTimers);
+        SleepUntil(SteadySeconds() + 0.002);
+    }
+}
+
+// Activation is told from the message loop: it comes at varying moments, some of them in the
+// middle of showing a window.
+void QtDesktop::NoteActivation(FormWindow& window) {
+    QMetaObject::invokeMethod(
+        &window,
+        [this, &window] {
+            if (!window.isVisible() || active_ == &window.TheForm()) return;
+            if (discarding_ > 0) {  // a routine of the game is in mid-work; once more when it is through
+                QTimer::singleShot(ActivationRetry, &window, [this, &window] { NoteActivation(window); });
+                return;
+            }
+            // A blocked window is told when it is free and active again.
+            const QWidget* modal = QApplication::activeModalWidget();
+            if (modal && modal != &window) return;
+            active_ = &window.TheForm();
+            window.TheForm().DeliverActivate();
+        },
+        Qt::QueuedConnection);
+}
+
+// --- Message loop ----------------------------------------------------------------------
+
+void QtDesktop::Run() {
+    QEventLoop loop;
+    for (;;) loop.exec();  // only End leaves
+}
+
+// A window just shown paints itself once the desktop has mapped it, which can take longer than
+// one round of events.
+void QtDesktop::AwaitFirstPaint() {
+    const auto waiting = [] {
+        const auto& all = FormWindow::All();
+        return std::any_of(all.begin(), all.end(), [](const FormWindow* window) {
+            return window->isVisible() && !window->isMinimized() && !window->Painted();
+        });
+    };
+    const double end = SteadySeconds() + LongestFirstPaint;
+    while (waiting() && SteadySeconds() < end) {
+        SleepUntil(SteadySeconds() + 0.002);
+        QCoreApplication::processEvents();
+    }
+}
+
+void QtDesktop::DoEvents(Yield yield) {
+    if (yield == Yield::PaintsAndTimers) ++discarding_;
+    QCoreApplication::processEvents();
+    AwaitFirstPaint();
+    // What was painted leaves for a Wayland display at the beginning of the next round only.
+    if (QGuiApplication::platformName().startsWith("wayland")) QCoreApplication::processEvents();
+    if (yield == Yield::PaintsAndTimers) --discarding_;
+}
+
+void QtDesktop::TimerChanged(Timer& timer, bool dying) {
+    const auto found = timers_.find(&timer);
+    if (dying || !timer.Enabled() || timer.Interval() <= 0) {
+        if (found == timers_.end()) return;
+        found->second->stop();
+        // A timer may end itself in its own tick.
+        found->second->deleteLater();
+        timers_.erase(found);
+        return;
+    }
+    QTimer*& ticking = timers_[&timer];
+    if (!ticking) {
+        ticking = new QTimer(this);
+        ticking->setTimerType(Qt::PreciseTimer);
+        ticking->callOnTimeout(this, [&timer] { timer.DeliverTick(); });
+    }
+    ticking->start(timer.Interval());
+}
+
+double QtDesktop::SteadySeconds() {
+    using namespace std::chrono;
+    return duration<double>(steady_clock::now().time_since_epoch()).count();
+}
+
+void QtDesktop::SleepUntil(double seconds) {
+    const double left = seconds - SteadySeconds();
+    if (left > 0) std::this_thread::sleep_for(std::chrono::duration<double>(left));
+}
+
+void QtDesktop::AwaitFrame() {
+    for (FormWindow* window : FormWindow::All())
+        if (window->isVisible()) QCoreApplication::sendPostedEvents(window, QEvent::UpdateRequest);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double rate = screen ? std::clamp(screen->refreshRate(), 30.0, 240.0) : 60.0;
+    SleepUntil(lastFrame_ + 1 / rate);
+    lastFrame_ = SteadySeconds();
+}
+
+// Nothing is torn down: a sound daemon that hangs, or a form in mid-routine, can't hold the end up.
+void QtDesktop::End() {
+    std::fflush(nullptr);
+    std::_Exit(0);
+}
+
+// --- Screen and surroundings -------------------------------------------------------------
+
+double QtDesktop::ScreenWidth() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().width() * TwipsPerPixelOfScreen : 0;
+}
+
+double QtDesktop::ScreenHeight() {
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? screen->geometry().height() * TwipsPerPixelOfScreen : 0;
+}
+
+Color QtDesktop::SystemColor(Color code) {
+    const QPalette palette = QApplication::palette();
+    const QColor color = code == WindowColor ? palette.color(QPalette::Base) : palette.color(QPalette::Window);
+    return Rgb(color.red(), color.green(), color.blue());
+}
+
+// A machine without a browser is no matter, neither to the player nor to the terminal.
+void QtDesktop::OpenPage(const std::string& address) {
+    const QtMessageHandler before = qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    QDesktopServices::openUrl(QUrl(ToText(address), QUrl::StrictMode));
+    qInstallMessageHandler(before);
+}

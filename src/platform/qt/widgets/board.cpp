@@ -1,0 +1,214 @@
+// The board and every other picture box: shows the image where it changed, delivers the mouse.
+#include "platform/qt/widgets/board.h"
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+#include <cmath>
+
+#include "platform/controls/picture_box.h"
+#include "platform/qt/widgets/peer.h"
+
+namespace {
+
+// The box in which buttons are held down; there is but one pointer.
+QPointer<BoxWidget> holder;
+
+// Rows copied at once. The toolkit hands more of them to other threads, and waking those costs more than they save.
+constexpr int BandRows = 32;
+
+bool IsWhole(qreal factor) { return factor == std::floor(factor); }
+
+}  // namespace
+
+BoxWidget::BoxWidget(PictureBox& box, QWidget* parent) : QWidget(parent), box_(box) {
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setContextMenuPolicy(Qt::PreventContextMenu);
+    setFocusPolicy(Qt::NoFocus);
+    setMouseTracking(true);
+}
+
+BoxWidget::~BoxWidget() = default;
+
+// At a fractional scale a pixel of the image spreads over its neighbours.
+void BoxWidget::RepaintImage(const Region& damage) {
+    const int grow = IsWhole(devicePixelRatioF()) ? 0 : 2;
+    for (const Rect& r : damage) update(r.x - grow, r.y - grow, r.width + 2 * grow, r.height + 2 * grow);
+}
+
+// The view of the pixels is made afresh each time: a painter would first copy one that is kept. The copy goes from
+// the bottom up: what was composed last lies lowest and is still in the processor's cache.
+void BoxWidget::paintEvent(QPaintEvent* event) {
+    QPainter painter(this);
+    const Surface& image = box_.Image;
+    const QColor background = QColor::fromRgb(image.Background());
+    const Rect stored = image.StorageBounds();
+    const bool drawn = !image.IsUniform();
+    const QRect inside = drawn ? QRect(0, 0, stored.width, stored.height) : QRect();
+    const bool whole = IsWhole(devicePixelRatioF());
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, !whole);
+    const QImage view = drawn ? QImage(reinterpret_cast<const uchar*>(image.Row(0)), stored.width, stored.height,
+                                       qsizetype(image.Stride()) * 4, QImage::Format_RGB32)
+                              : QImage();
+    for (const QRect& rect : event->region()) {
+        // Some pixels more on each side let the smooth stretch see the neighbours. The clip keeps the outermost ones,
+        // which have none themselves, off the other rectangles.
+        const QRect shown = (whole ? rect : rect.adjusted(-4, -4, 4, 4)) & inside;
+        if (!whole) painter.setClipRect(rect.adjusted(-1, -1, 1, 1));
+        if (!inside.contains(rect)) painter.fillRect(rect, background);
+        const int step = whole ? BandRows : shown.height();
+        for (int bottom = shown.bottom(); bottom >= shown.top(); bottom -= step) {
+            const QRect band(QPoint(shown.left(), std::max(bottom - step + 1, shown.top())),
+                             QPoint(shown.right(), bottom));
+            painter.drawImage(band, view, band);
+        }
+    }
+}
+
+void BoxWidget::Press(const QMouseEvent& event) {
+    holder = this;
+    held_ = int16_t(held_ | ButtonBits(event.button()));
+    shift_ = ShiftBits(event.modifiers());
+    last_ = event.position();
+    box_.DeliverMouseDown(ButtonBits(event.button()), shift_, float(last_.x()), float(last_.y()));
+}
+
+void BoxWidget::mousePressEvent(QMouseEvent* event) {
+    event->accept();
+    if (ButtonBits(event->button())) Press(*event);
+}
+
+// The desktop sends no second press with a double click; without one, quick turns would be lost.
+void BoxWidget::mouseDoubleClickEvent(QMouseEvent* event) {
+    event->accept();
+    if (!ButtonBits(event->button())) return;
+    const QPointer<BoxWidget> self = this;
+    Press(*event);
+    if (self && event->button() == Qt::LeftButton) box_.DeliverDblClick();
+}
+
+void BoxWidget::mouseMoveEvent(QMouseEvent* event) {
+    event->accept();
+    last_ = event->position();
+    shift_ = ShiftBits(event->modifiers());
+    const QPointer<BoxWidget> self = this;
+    ReleaseMissing(ButtonBits(event->buttons()));
+    if (!self) return;
+    box_.DeliverMouseMove(int16_t(held_ & ButtonBits(event->buttons())), shift_, float(last_.x()), float(last_.y()));
+}
+
+void BoxWidget::mouseReleaseEvent(QMouseEvent* event) {
+    event->accept();
+    const int16_t button = ButtonBits(event->button());
+    if (!(held_ & button)) return;  // let go of before, or never pressed here
+    held_ = int16_t(held_ & ~button);
+    last_ = event->position();
+    const QPointer<BoxWidget> self = this;
+    const bool click = button == 1 && rect().contains(last_.toPoint());
+    box_.DeliverMouseUp(button, ShiftBits(event->modifiers()), float(last_.x()), float(last_.y()));
+    if (self && click) box_.DeliverClick();
+}
+
+void BoxWidget::wheelEvent(QWheelEvent* event) {
+    if (!box_.Wheel) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    const QPoint notches = TakeNotches(wheel_, *event);
+    if (!notches.isNull()) box_.DeliverWheel(notches.x(), notches.y());
+}
+
+void BoxWidget::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (holder == this) ReleaseHeld();
+}
+
+void BoxWidget::ReleaseHeld() {
+    if (holder) holder->ReleaseMissing(0);
+}
+
+// Releases what counts as held but is not among the buttons `down`.
+void BoxWidget::ReleaseMissing(int16_t down) {
+    const QPointer<BoxWidget> self = this;
+    for (const int button : {1, 2, 4, 8, 16}) {
+        if (!self) return;
+        if (!(held_ & button) || (down & button)) continue;
+        held_ = int16_t(held_ & ~button);
+        box_.DeliverMouseUp(int16_t(button), shift_, float(last_.x()), float(last_.y()));
+    }
+}
+
+void BoxWidget::ForgetHeld() {
+    if (holder) holder->held_ = 0;
+}
+
+QPoint TakeNotches(QPoint& pending, const QWheelEvent& event) {
+    QPoint turn = event.angleDelta();
+    if (event.modifiers() & Qt::ShiftModifier) turn = QPoint(turn.x() + turn.y(), 0);
+    // Turning back starts anew, so that the first step back is as long as the last one forth.
+    if (qint64(turn.x()) * pending.x() < 0) pending.setX(0);
+    if (qint64(turn.y()) * pending.y() < 0) pending.setY(0);
+    pending += turn;
+    const QPoint notches(pending.x() / 120, pending.y() / 120);
+    pending -= notches * 120;
+    return notches;
+}
+
+namespace {
+
+// The line round a box. Drawn by hand, so that no style changes the room inside.
+class EdgeWidget : public QWidget {
+public:
+    EdgeWidget(Border border, QWidget* parent) : QWidget(parent), border_(border) {
+        setContextMenuPolicy(Qt::PreventContextMenu);
+    }
+
+protected:
+    void paintEvent(QPaintEvent*) override { DrawEdge(*this, border_); }
+
+private:
+    Border border_;
+};
+
+// A box with a border is an edge with the box inside. The border is the one set before
+// the window was made.
+class BoxPeer : public QtPeer {
+public:
+    BoxPeer(PictureBox& box, BoxWidget* plain) : QtPeer(box, plain), content_(plain) {}
+    BoxPeer(PictureBox& box, EdgeWidget* edge) : QtPeer(box, edge), content_(new BoxWidget(box, edge)) {}
+
+    QWidget* Content() const override { return content_; }
+
+    void Mirror(Aspect aspect) override {
+        if (!Widget() || !content_) return;
+        if (aspect == Aspect::Enabled) return;  // the box lets no events through then; what it shows stays as it is
+        QtPeer::Mirror(aspect);
+        if (aspect == Aspect::Look) content_->update();
+        if (aspect == Aspect::Geometry && content_ != Widget())
+            content_->setGeometry(Widget()->rect().adjusted(EdgeWidth, EdgeWidth, -EdgeWidth, -EdgeWidth));
+    }
+
+    void Repaint(const Region& damage) override {
+        if (content_) content_->RepaintImage(damage);
+    }
+
+private:
+    QPointer<BoxWidget> content_;
+};
+
+}  // namespace
+
+void DrawEdge(QWidget& widget, Border border) {
+    if (border == Border::None) return;
+    QPainter painter(&widget);
+    painter.setPen(border == Border::Thin ? widget.palette().color(QPalette::WindowText)
+                                          : widget.palette().color(QPalette::Dark));
+    painter.drawRect(QRectF(widget.rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+std::unique_ptr<QtPeer> MakeBoxPeer(PictureBox& box, QWidget* parent) {
+    if (box.BorderStyle() == Border::None) return std::make_unique<BoxPeer>(box, new BoxWidget(box, parent));
+    return std::make_unique<BoxPeer>(box, new EdgeWidget(box.BorderStyle(), parent));
+}

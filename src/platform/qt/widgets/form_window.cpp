@@ -1,0 +1,299 @@
+// Windows: place and size, menu bar, shape, states, closing, blocking.
+#include "platform/qt/widgets/form_window.h"
+
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScreen>
+#include <QShortcut>
+#include <QStyleOption>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/qt/widgets/board.h"
+#include "platform/qt/widgets/peer.h"
+
+namespace {
+
+constexpr int LongestStateWait = 400;  // milliseconds for a window manager to grant a state
+
+std::vector<FormWindow*> windows;
+
+bool MasksWork() { return !QGuiApplication::platformName().startsWith("wayland"); }
+
+Qt::WindowFlags FlagsOf(FormBorder border) {
+    switch (border) {
+        case FormBorder::Sizable:
+            return Qt::Window;
+        case FormBorder::None:
+            return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+        default:
+            return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint;
+    }
+}
+
+// What lies below the menu bar: background colour, backdrop, presses on the form itself.
+class ClientArea : public QWidget {
+public:
+    explicit ClientArea(FormWindow& window) : QWidget(&window), window_(window) {
+        setContextMenuPolicy(Qt::PreventContextMenu);
+    }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        const Form& form = window_.TheForm();
+        QPainter painter(this);
+        if (form.Shape() && !MasksWork()) painter.setClipRegion(ShapeOf(form));
+        painter.fillRect(event->rect(), ToQColor(form.BackColor()));
+        QStyleOption option;
+        option.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
+        if (const auto& picture = form.Backdrop(); picture && !picture->IsUniform()) {
+            const Rect stored = picture->StorageBounds();
+            painter.setRenderHint(QPainter::SmoothPixmapTransform);
+            painter.drawImage(0, 0,
+                              QImage(reinterpret_cast<const uchar*>(picture->Row(0)), stored.width, stored.height,
+                                     qsizetype(picture->Stride()) * 4, QImage::Format_RGB32));
+        }
+    }
+
+    void mousePressEvent(QMouseEvent* event) override {
+        event->accept();
+        const QPointF at = event->position();
+        window_.TheForm().DeliverMouseDown(ButtonBits(event->button()), ShiftBits(event->modifiers()), float(at.x()),
+                                           float(at.y()));
+    }
+
+public:
+    static QRegion ShapeOf(const Form& form) {
+        std::vector<QRect> rects;
+        for (const Rect& r : *form.Shape()) rects.emplace_back(r.x, r.y, r.width, r.height);
+        QRegion region;
+        // QRegion takes a ready list only if it is sorted into bands, which rows of a picture are not always.
+        for (const QRect& r : rects) region += r;
+        return region;
+    }
+
+private:
+    FormWindow& window_;
+};
+
+class FormPeer : public QtPeer {
+public:
+    explicit FormPeer(Form& form) : QtPeer(form, new FormWindow(form)) {}
+
+    QWidget* Content() const override { return Widget() ? static_cast<FormWindow*>(Widget())->Client() : nullptr; }
+
+    void Mirror(Aspect aspect) override {
+        if (!Widget()) return;
+        auto& window = static_cast<FormWindow&>(*Widget());
+        switch (aspect) {
+            case Aspect::Geometry:
+                window.TakeGeometry();
+                break;
+            case Aspect::Outline:
+                window.TakeRegion();
+                break;
+            case Aspect::Look:
+                QtPeer::Mirror(aspect);
+                window.Client()->update();
+                break;
+            case Aspect::Content:
+                window.Client()->update();
+                break;
+            case Aspect::Order:
+                window.raise();
+                break;
+            case Aspect::Visible:
+            case Aspect::State:
+                break;  // ShowForm, HideForm and AwaitState do that
+            default:
+                QtPeer::Mirror(aspect);
+        }
+    }
+};
+
+}  // namespace
+
+std::unique_ptr<QtPeer> MakeFormPeer(Form& form) { return std::make_unique<FormPeer>(form); }
+
+FormWindow::FormWindow(Form& form)
+    : QWidget(nullptr, FlagsOf(form.BorderStyle())), form_(form), client_(new ClientArea(*this)) {
+    windows.push_back(this);
+    setWindowTitle(ToText(form.Caption()));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    client_->setObjectName(ToText(form.Name()));
+}
+
+std::function<void(FormWindow&)> FormWindow::Activated;
+
+FormWindow::~FormWindow() { std::erase(windows, this); }
+
+const std::vector<FormWindow*>& FormWindow::All() { return windows; }
+
+FormWindow* FormWindow::Of(const Form& form) {
+    for (FormWindow* window : windows)
+        if (&window->form_ == &form) return window;
+    return nullptr;
+}
+
+FormWindow* FormWindow::Frontmost() {
+    FormWindow* best = nullptr;
+    for (FormWindow* window : windows) {
+        if (!window->isVisible() || window->isMinimized()) continue;
+        // The later one was opened over the earlier one.
+        if (!best || window->isActiveWindow() || window->isModal()) best = window;
+    }
+    return best;
+}
+
+void FormWindow::Attach(QWidget& child, QWidget* owner) {
+    child.winId();  // makes the window of the desktop
+    if (owner && owner->windowHandle() && owner != &child)
+        child.windowHandle()->setTransientParent(owner->windowHandle());
+}
+
+QMenuBar& FormWindow::MenuBar() {
+    if (!menuBar_) {
+        menuBar_ = new QMenuBar(this);
+        menuBar_->setNativeMenuBar(false);
+        // The captions have no keys of their own; F10 leads to the first menu, as everywhere.
+        auto* toMenus = new QShortcut(QKeySequence(Qt::Key_F10), this);
+        connect(toMenus, &QShortcut::activated, this, [this] {
+            if (!menuBar_->actions().isEmpty()) menuBar_->setActiveAction(menuBar_->actions().constFirst());
+        });
+    }
+    return *menuBar_;
+}
+
+int FormWindow::MenuHeight() const {
+    if (!menuBar_) return 0;
+    const int tall = menuBar_->heightForWidth(width());
+    return tall > 0 ? tall : menuBar_->sizeHint().height();
+}
+
+// Left and Top are the client area's. A maximised window keeps the place it has.
+void FormWindow::TakeGeometry() {
+    const Rect r = form_.PixelRect();
+    if (windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)) return;
+    const int menu = MenuHeight();
+    if (form_.BorderStyle() != FormBorder::Sizable) {
+        setFixedSize(r.width, r.height + menu);
+        setGeometry(r.x, r.y - menu, r.width, r.height + menu);
+    } else if (r.width > 0 && r.height > 0) {
+        setGeometry(r.x, r.y - menu, r.width, r.height + menu);
+    }
+}
+
+void FormWindow::TakeRegion() {
+    if (!form_.Shape()) {
+        clearMask();
+        return;
+    }
+    // An empty mask would count as none.
+    const QRegion shape = ClientArea::ShapeOf(form_);
+    setMask(shape.isEmpty() ? QRegion(-1, -1, 1, 1) : shape);
+    if (!MasksWork()) {  // the mask then only lets clicks through
+        setAttribute(Qt::WA_TranslucentBackground);
+        client_->update();
+    }
+}
+
+void FormWindow::RequestState(WindowState state) {
+    requested_ = state;
+    sinceRequest_.start();
+    Qt::WindowStates states = windowState() & ~(Qt::WindowMaximized | Qt::WindowMinimized);
+    if (state == WindowState::Maximized) states |= Qt::WindowMaximized;
+    if (state == WindowState::Minimized) states |= Qt::WindowMinimized;
+    setWindowState(states);
+}
+
+// Qt counts a state as taken as soon as it was asked for; the size tells when it really is.
+bool FormWindow::StateSettled() const {
+    if (!sinceRequest_.isValid() || sinceRequest_.elapsed() > LongestStateWait) return true;
+    if (requested_ != WindowState::Maximized) return false;
+    const QRect room = screen()->availableGeometry();
+    return Painted() && width() * 10 >= room.width() * 9 && frameGeometry().height() * 10 >= room.height() * 9;
+}
+
+// A window is painted in the very event that exposes it. It stays so on another workspace, where nothing is
+// exposed and nobody is to wait for it.
+bool FormWindow::Painted() const { return painted_ = painted_ || (windowHandle() && windowHandle()->isExposed()); }
+
+void FormWindow::LayOut() {
+    const int menu = std::min(MenuHeight(), height());
+    if (menuBar_) menuBar_->setGeometry(0, 0, width(), menu);
+    client_->setGeometry(0, menu, width(), height() - menu);
+    if (isVisible()) form_.DeliverResize({client_->width(), client_->height()});
+}
+
+void FormWindow::resizeEvent(QResizeEvent*) { LayOut(); }
+
+void FormWindow::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (event->spontaneous()) return;
+    painted_ = false;
+    OrderTabs();
+    LayOut();
+    if (Activated) Activated(*this);
+}
+
+// Only the form hides its window.
+void FormWindow::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    form_.DeliverClose();
+}
+
+void FormWindow::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange) {
+        form_.DeliverState(isMinimized()   ? WindowState::Minimized
+                           : isMaximized() ? WindowState::Maximized
+                                           : WindowState::Normal);
+    } else if (event->type() == QEvent::StyleChange || event->type() == QEvent::FontChange) {
+        // Menus of another height leave another client area.
+        if (form_.BorderStyle() == FormBorder::Sizable) LayOut();
+    }
+}
+
+bool FormWindow::event(QEvent* event) {
+    switch (event->type()) {
+        case QEvent::WindowActivate:
+            if (Activated) Activated(*this);
+            break;
+        case QEvent::WindowBlocked:
+            BoxWidget::ReleaseHeld();
+            break;
+        case QEvent::LayoutRequest:
+            LayOut();
+            break;
+        default:
+            break;
+    }
+    return QWidget::event(event);
+}
+
+namespace {
+
+void CollectTabs(const Control& control, std::vector<std::pair<int, QWidget*>>& tabs) {
+    for (const Control* child : control.Children()) {
+        const QtPeer* peer = PeerOf(*child);
+        if (!peer || !peer->Widget()) continue;
+        if (child->TabIndex() >= 0 && (peer->Widget()->focusPolicy() & Qt::TabFocus))
+            tabs.emplace_back(child->TabIndex(), peer->Widget());
+        CollectTabs(*child, tabs);
+    }
+}
+
+}  // namespace
+
+void FormWindow::OrderTabs() {
+    std::vector<std::pair<int, QWidget*>> tabs;
+    CollectTabs(form_, tabs);
+    std::stable_sort(tabs.begin(), tabs.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (size_t i = 1; i < tabs.size(); ++i) setTabOrder(tabs[i - 1].second, tabs[i].second);
+    if (!tabs.empty()) tabs.front().second->setFocus(Qt::OtherFocusReason);
+}

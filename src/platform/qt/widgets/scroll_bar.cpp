@@ -1,0 +1,50 @@
+// Scroll bars. The inner bar runs from 0 up, whichever of Min and Max is the larger.
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <cstdlib>
+
+#include "platform/controls/scroll_bar.h"
+#include "platform/qt/widgets/peer.h"
+
+namespace {
+
+class ScrollBarPeer : public QtPeer {
+public:
+    ScrollBarPeer(ScrollBar& bar, QWidget* parent)
+        : QtPeer(bar, new QScrollBar(bar.Direction() == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)),
+          bar_(bar) {
+        QScrollBar& inner = Inner();
+        inner.setContextMenuPolicy(Qt::PreventContextMenu);
+        QObject::connect(&inner, &QScrollBar::valueChanged, &inner,
+                         [this](int value) { Deliver(value, Inner().isSliderDown()); });
+        QObject::connect(&inner, &QScrollBar::sliderReleased, &inner, [this] { Deliver(Inner().value(), false); });
+    }
+
+    void Mirror(Aspect aspect) override {
+        if (!Widget()) return;
+        QtPeer::Mirror(aspect);
+        const QSignalBlocker quiet(Widget());
+        if (aspect == Aspect::Range) {
+            Inner().setSingleStep(bar_.SmallChange());
+            Inner().setPageStep(bar_.LargeChange());
+            Inner().setRange(0, std::abs(bar_.Max() - bar_.Min()));
+        }
+        if (aspect == Aspect::Range || aspect == Aspect::Value) Inner().setValue(std::abs(bar_.Value() - bar_.Min()));
+    }
+
+private:
+    QScrollBar& Inner() { return static_cast<QScrollBar&>(*Widget()); }
+
+    void Deliver(int inner, bool dragging) {
+        const int value = bar_.Max() >= bar_.Min() ? bar_.Min() + inner : bar_.Min() - inner;
+        bar_.DeliverValue(value, dragging);
+    }
+
+    ScrollBar& bar_;
+};
+
+}  // namespace
+
+std::unique_ptr<QtPeer> MakeScrollBarPeer(ScrollBar& bar, QWidget* parent) {
+    return std::make_unique<ScrollBarPeer>(bar, parent);
+}

@@ -1,0 +1,219 @@
+// Peers in real widgets: what the desktop's events become, and what state the widgets show.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QScrollBar>
+#include <QWheelEvent>
+
+#include "platform/controls/picture_box.h"
+#include "platform/controls/scroll_bar.h"
+#include "platform/controls/simple_controls.h"
+#include "platform/drawing/raster.h"
+#include "platform/qt/widgets/board.h"
+#include "platform/qt/widgets/form_window.h"
+#include "platform/qt/widgets/peer.h"
+#include "tests/platform/qt/fixture.h"
+
+namespace {
+
+class Windows : public testing::Test {
+protected:
+    Windows() {
+        form.Place(0, 0, 400 * 15, 300 * 15);
+        form.AddChild(box);
+        box.Place(-20, -10, 600, 500);
+        form.AddChild(bar);
+        bar.Place(380, 0, 20, 300);
+        const auto note = [this](const char* what) {
+            return [this, what](int16_t button, int16_t, float x, float y) {
+                log +=
+                    what + std::to_string(button) + "@" + std::to_string(int(x)) + "," + std::to_string(int(y)) + " ";
+            };
+        };
+        box.MouseDown = note("down");
+        box.MouseMove = note("move");
+        box.MouseUp = note("up");
+        box.Click = [this] { log += "click "; };
+        box.DblClick = [this] { log += "dbl "; };
+    }
+
+    void Show() {
+        form.Show();
+        DoEvents();
+    }
+
+    QAction* FirstAction() { return FormWindow::Of(form)->MenuBar().actions().front()->menu()->actions().front(); }
+    QWidget& Board() { return *PeerOf(box)->Content(); }
+    QScrollBar& Bar() { return static_cast<QScrollBar&>(*PeerOf(bar)->Widget()); }
+
+    void Send(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons down, QPoint at, QWidget* to = nullptr) {
+        if (!to) to = &Board();
+        QMouseEvent event(type, at, to->mapToGlobal(at), button, down, Qt::NoModifier);
+        QCoreApplication::sendEvent(to, &event);
+    }
+    void Press(Qt::MouseButton button, Qt::MouseButtons down, QPoint at) {
+        Send(QEvent::MouseButtonPress, button, down, at);
+    }
+    void Release(Qt::MouseButton button, Qt::MouseButtons down, QPoint at) {
+        Send(QEvent::MouseButtonRelease, button, down, at);
+    }
+
+    QtFixture fixture;
+    Form form{"frmTest", "Teste", ScaleMode::Pixels, FormBorder::Sizable};
+    PictureBox box{"picBox"};
+    ScrollBar bar{"bar", Orientation::Vertical};
+    std::string log;
+};
+
+}  // namespace
+
+TEST_F(Windows, ADoubleClickIsPressReleaseClickPressDoubleClickRelease) {
+    Show();
+    Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
+    Release(Qt::LeftButton, {}, {30, 40});
+    Send(QEvent::MouseButtonDblClick, Qt::LeftButton, Qt::LeftButton, {30, 40});
+    Release(Qt::LeftButton, {}, {90, -5});
+    EXPECT_EQ(log, "down1@30,40 up1@30,40 click down1@30,40 dbl up1@90,-5 ");
+}
+
+TEST_F(Windows, AWindowThatOpensInADragEndsItOnceWhereThePointerLastWas) {
+    Show();
+    Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
+    Send(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton, {35, 45});
+    QEvent blocked(QEvent::WindowBlocked);
+    QCoreApplication::sendEvent(FormWindow::Of(form), &blocked);
+    Release(Qt::LeftButton, {}, {50, 50});
+    Send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton, {60, 60});
+    EXPECT_EQ(log, "down1@30,40 move1@35,45 up1@35,45 move0@60,60 ");
+}
+
+TEST_F(Windows, AMissedReleaseIsMadeUpForAtTheNextMove) {
+    Show();
+    Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
+    Send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton, {31, 41});
+    EXPECT_EQ(log, "down1@30,40 up1@31,41 move0@31,41 ");
+}
+
+TEST_F(Windows, APressOnALabelIsNotItsContainers) {
+    Label label("label");
+    box.AddChild(label);
+    label.Place(50, 50, 80, 20);
+    Show();
+    Send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, {5, 5}, PeerOf(label)->Widget());
+    EXPECT_EQ(log, "");
+}
+
+TEST_F(Windows, AYieldForPaintsThrowsInputAway) {
+    Show();
+    const auto post = [this](QEvent::Type type) {
+        const QPoint at(30, 40);
+        QCoreApplication::postEvent(&Board(), new QMouseEvent(type, at, Board().mapToGlobal(at), Qt::LeftButton,
+                                                              Qt::LeftButton, Qt::NoModifier));
+    };
+    post(QEvent::MouseButtonPress);
+    QCoreApplication::postEvent(FormWindow::Of(form), new QCloseEvent);
+    DoEvents(Yield::PaintsAndTimers);
+    EXPECT_EQ(log, "");
+    EXPECT_TRUE(form.IsShown());
+    post(QEvent::MouseButtonPress);
+    DoEvents();
+    EXPECT_EQ(log, "down1@30,40 ");
+}
+
+TEST_F(Windows, WheelTurnsAreDeliveredInWholeNotches) {
+    box.Wheel = [this](int x, int y) { log += std::to_string(x) + "," + std::to_string(y) + " "; };
+    Show();
+    const auto turn = [this](int eighths, Qt::KeyboardModifiers keys) {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&Board(), &event);
+    };
+    turn(120, {});
+    turn(-60, {});
+    turn(-60, {});
+    turn(-240, Qt::ShiftModifier);
+    EXPECT_EQ(log, "0,1 0,-1 -2,0 ");
+}
+
+TEST_F(Windows, ABarThatRunsBackwardsKeepsItsValues) {
+    std::string changes;
+    bar.Change = [&] { changes += std::to_string(bar.Value()) + " "; };
+    ASSERT_TRUE(bar.SetMin(0));
+    ASSERT_TRUE(bar.SetMax(-1390));
+    ASSERT_TRUE(bar.SetLargeChange(463));
+    Show();
+    EXPECT_TRUE(Bar().minimum() == 0 && Bar().maximum() == 1390 && Bar().pageStep() == 463);
+    Bar().setValue(100);
+    EXPECT_EQ(bar.Value(), -100);
+    ASSERT_TRUE(bar.SetValue(-1390));
+    EXPECT_EQ(Bar().value(), 1390);
+    EXPECT_FALSE(bar.SetValue(1));
+    EXPECT_EQ(Bar().value(), 1390);
+    EXPECT_EQ(changes, "-100 -1390 ");
+}
+
+TEST_F(Windows, ADisabledItemIsGreyAndItsShortcutDeadUntilItIsEnabledAgain) {
+    int runs = 0, openings = 0;
+    MenuItem& menu = form.Menus.Add("mnu", "Jogo");
+    MenuItem& item = menu.Add("item", "Salvar este jogo   ", {'S', 0, true});
+    menu.Click = [&] { ++openings; };
+    item.Click = [&] { ++runs; };
+    Show();
+    EXPECT_EQ(FirstAction()->shortcut().toString(), "Ctrl+S");
+    item.SetEnabled(false);
+    EXPECT_FALSE(FirstAction()->isEnabled());
+    FirstAction()->trigger();
+    EXPECT_EQ(runs, 0);
+    item.SetEnabled(true);
+    FirstAction()->trigger();
+    EXPECT_EQ(runs, 1);
+    emit FormWindow::Of(form)->MenuBar().actions().front()->menu()->aboutToShow();
+    EXPECT_EQ(openings, 1);
+}
+
+TEST_F(Windows, AnItemShowsTheCheckMarkThatItsHandlerLeaves) {
+    MenuItem& item = form.Menus.Add("mnu", "Opções").Add("som", "Usar efeitos de som");
+    item.SetChecked(true);
+    item.Click = [] {};  // refuses to change
+    Show();
+    FirstAction()->trigger();
+    EXPECT_TRUE(FirstAction()->isChecked());
+}
+
+TEST_F(Windows, ActivationComesOncePerChangeOfTheActiveForm) {
+    int first = 0, second = 0;
+    form.OnActivate = [&] { ++first; };
+    Show();
+    EXPECT_EQ(first, 1);
+    QEvent again(QEvent::WindowActivate);
+    QCoreApplication::sendEvent(FormWindow::Of(form), &again);
+    DoEvents();
+    EXPECT_EQ(first, 1) << "the return from another program or a box";
+    Form other("frmOther", "Outra", ScaleMode::Twips, FormBorder::FixedDialog);
+    other.Place(0, 0, 3000, 3000);
+    other.OnActivate = [&] {
+        ++second;
+        other.Unload();
+    };
+    other.Show(Modality::Modal);
+    EXPECT_EQ(second, 1);
+    QCoreApplication::sendEvent(FormWindow::Of(form), &again);
+    DoEvents();
+    EXPECT_EQ(first, 2);
+}
+
+TEST_F(Windows, OnlyAStyleSheetIsASkinAndItStaysWithItsWindow) {
+    EXPECT_FALSE(fixture.desktop.LoadSkin("QMenuBar { color: "));
+    EXPECT_FALSE(fixture.desktop.LoadSkin("  \n"));
+    ASSERT_TRUE(fixture.desktop.LoadSkin("QMenuBar { color: #102030; }"));
+    form.Load();
+    fixture.desktop.ApplySkin(form);
+    Show();
+    Form plain("frmPlain", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    plain.Show();
+    EXPECT_FALSE(FormWindow::Of(form)->styleSheet().isEmpty());
+    EXPECT_TRUE(FormWindow::Of(plain)->styleSheet().isEmpty());
+    EXPECT_EQ(FormWindow::Of(plain)->parentWidget(), nullptr);
+}
