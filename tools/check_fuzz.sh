@@ -23,7 +23,7 @@ for reader in saved_game:pzl profile_file:ini; do
     find tests/data -name "*.$ending" -exec cp {} "build/fuzz/seeds/$name/" \;
     [ -n "$(ls "build/fuzz/seeds/$name")" ] || fail "tests/data has no *.$ending"
     log=build/fuzz/$name.log
-    if "build/fuzz/tests/fuzz_$name" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
+    if "build/fuzz/tests/fuzz/fuzz_$name" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
         -dict="tests/data/$name.dict" -artifact_prefix="build/fuzz/found/$name-" -print_final_stats=1 \
         "build/fuzz/corpus/$name" "build/fuzz/seeds/$name" >"$log" 2>&1 </dev/null; then
         runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")

@@ -6,7 +6,7 @@
 #include "platform/drawing/picture.h"
 #include "platform/qt/pictures/reduced.h"
 
-// See PictureSize and LoadPicture in platform/picture.h.
+// See PictureSize and LoadPicture in platform/drawing/picture.h.
 std::optional<Size> ReadPictureSize(const std::string& path);
 std::optional<Picture> ReadPicture(const std::string& path, Size atLeast);
 

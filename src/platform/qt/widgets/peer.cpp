@@ -1,4 +1,6 @@
 // The peers' common part, and which kind of control gets which peer.
+#include "platform/qt/widgets/peer.h"
+
 #include <QCursor>
 #include <QFont>
 #include <QFontDatabase>
@@ -10,7 +12,6 @@
 #include "platform/controls/picture_box.h"
 #include "platform/controls/scroll_bar.h"
 #include "platform/controls/simple_controls.h"
-#include "platform/qt/widgets/peer.h"
 
 void QtPeer::Mirror(Aspect aspect) {
     if (!widget_) return;
