@@ -2,6 +2,7 @@
 // pixels. docs/benchmarking tells how to compare two builds.
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -18,23 +19,26 @@ using namespace PuzzleModule;
 
 namespace {
 
-// A game of cols x rows pieces of 80 pixels, all joined as in the solved picture.
+// A game of cols x rows pieces of 20 `unit`, 80 unless told, all joined as in the solved picture.
 struct Game {
     GameSurfaces surfaces;
     Surface board, background;
 
-    Game(int cols, int rows, int boardWidth, int boardHeight)
+    Game(int cols, int rows, int boardWidth, int boardHeight, int unit = 4, Density density = {})
         : board(boardWidth, boardHeight), background(boardWidth, boardHeight, ToPixel(Rgb(90, 120, 60))) {
         ResetState();
         Surfaces = &surfaces;
-        SetSizes({80, 44, 4, 3});
+        surfaces.SetDensity(density);
+        for (Surface* surface : {&board, &background}) surface->SetDensity(density);
+        SetSizes({int16_t(20 * unit), int16_t(11 * unit), int16_t(unit), 3});
         GameLevel = 5;
         GridCols = int16_t(cols);
         GridRows = int16_t(rows);
         ScaleMasks(TileSize);
         surfaces.picMaster.Resize(cols * CellSize, rows * CellSize);
         Pixel* pixels = surfaces.picMaster.DrawAll();
-        for (int i = 0; i < cols * rows * CellSize * CellSize; ++i) pixels[i] = OpaqueBits | uint32_t(i) * 2654435761u;
+        const Rect stored = surfaces.picMaster.PixelBounds();
+        for (int i = 0; i < stored.width * stored.height; ++i) pixels[i] = OpaqueBits | uint32_t(i) * 2654435761u;
         CutPieces(surfaces.picMaster, surfaces.picMasks[1], surfaces.picPat);
         for (PieceRec& piece : Pieces) {
             piece.X = int16_t(11 + piece.Col * CellSize);
@@ -162,6 +166,55 @@ void PickUpInGroup(benchmark::State& state) {
     benchmark::DoNotOptimize(game.board.At(1, 1));
 }
 BENCHMARK(PickUpInGroup)->Arg(200)->Arg(800);
+
+// The same pixels of a screen of 3840 x 2160: the argument is how many of them a unit of the game has along one side.
+Game GameOfDensity(const benchmark::State& state) {
+    const int k = int(state.range(0));
+    return Game(18, 12, 4800 / k, 2700 / k, 8 / k, Density(k));
+}
+
+void ComposeAtDensity(benchmark::State& state) {
+    Game game = GameOfDensity(state);
+    game.Spread(0, 0);
+    for (auto _ : state) {
+        SetPixel(game.board, 0, 0, 0);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(ComposeAtDensity)->Arg(1)->Arg(2);
+
+void MoveAtDensity(benchmark::State& state) {
+    Game game = GameOfDensity(state);
+    game.Spread(0, 0);
+    PickedPiece = 0;
+    game.Draw();
+    int step = 0;
+    for (auto _ : state) {
+        ++step;
+        Pieces[0].X = int16_t((340 + step % 64 * 6) / state.range(0));
+        Pieces[0].Y = int16_t((330 + step % 48 * 4) / state.range(0));
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(MoveAtDensity)->Arg(1)->Arg(2);
+
+// All pieces are joined; the lowest of them is brought to the top and let go, again and again.
+void PickUpAtDensity(benchmark::State& state) {
+    Game game = GameOfDensity(state);
+    game.Draw();
+    for (auto _ : state) {
+        PickedPiece = -1;
+        for (PieceRec& piece : Pieces) piece.InGroup = 0;
+        std::rotate(Pieces.begin(), Pieces.end() - 1, Pieces.end());
+        PickedPiece = 0;
+        CollectGroup(0);
+        game.Draw();
+    }
+    benchmark::DoNotOptimize(game.board.At(1, 1));
+}
+BENCHMARK(PickUpAtDensity)->Arg(1)->Arg(2);
 
 void CopySquare(benchmark::State& state) {
     Surface from(160, 160), to(160, 160);

@@ -47,8 +47,8 @@ def status(pid, key):
 class Driven(Game):
     """A game whose folder of pictures holds given photographs."""
 
-    def __init__(self, screen, program, photos):
-        super().__init__(screen, program)
+    def __init__(self, screen, program, photos, scale=1):
+        super().__init__(screen, program, scale=scale)
         self.pictures = os.path.join(self.folder, "Imagens")
         os.makedirs(self.pictures)
         for number, photo in enumerate(photos):

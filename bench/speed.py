@@ -1,7 +1,7 @@
 """Measures how fast the game is and compares each figure with what it must reach.
 
 usage: speed.py PROGRAM BENCH_FOLDER PHOTO_FOLDER [GROUP...]
-groups: board, growth, start, moves, groups, folder; without one, all of them
+groups: board, growth, start, moves, groups, dense, folder; without one, all of them
 """
 
 import json
@@ -98,6 +98,11 @@ class Speed:
                        of["PickUpInGroup/800"] / of["PickUpInGroup/200"] / 4, 1.15, "times", us("PickUpInGroup/200"))
         self.table.row("RotatePiece at 160, against copying the square", of["TurnPiece"] / of["CopySquare"], 10, "times",
                        f"{us('TurnPiece')} against {us('CopySquare')}")
+
+        for name, what in (("Compose", "whole board composed"), ("Move", "piece moved"), ("PickUp", "pick-up")):
+            plain, dense = f"{name}AtDensity/1", f"{name}AtDensity/2"
+            self.table.row(f"{what} on as many pixels, scale 2 against 1", of[dense] / of[plain], 1.3, "times",
+                           f"{us(dense)} against {us(plain)}")
 
     # How the cost grows with the pieces ------------------------------------------------
 
@@ -221,6 +226,37 @@ class Speed:
             if most_ms:
                 self.table.row(f"{what}, CPU", median(a for a, _ in pairs) * 1000, most_ms, "ms", spread(pairs))
 
+    # The same pixels as a large screen and as a dense one ------------------------------
+
+    def dense(self):
+        """A game of 160 pixels a tile on 3840x2160, by "Kids B" at scale 1 and by "Difícil" at scale 2.
+
+        Both cut the photograph of 5472x3648 into as many pieces; of others one may have a column more.
+        """
+        seen, photo = {}, self.photos[3:4]
+        for turn in range(2 * REPETITIONS):
+            scale = 1 + turn % 2
+            with Screen(3840, 2160) as screen:
+                game = drive.Driven(screen, self.program, photo, scale=scale)
+                game.started()
+                game.choose({1: 1, 2: 5}[scale], "foto 000.jpg")
+                saved = game.settled("antes")
+                if len(saved.pieces) != 19 * 13:
+                    raise Failure(f"{len(saved.pieces)} pieces, not 19 by 13")
+                _, place = loose_piece(game, saved)
+                screen.move(*place)
+                screen.press()
+                cost = drive.cost_of_moves(screen, game.process.pid, *place, MOVES, 120)
+                memory = drive.status(game.process.pid, "VmRSS")
+                screen.release()
+                game.end()
+            seen.setdefault(scale, []).append((cost, memory))
+        moves = [(dense[0], plain[0]) for dense, plain in zip(seen[2], seen[1])]
+        self.table.row("a piece moved on 3840x2160, scale 2 against 1, CPU", ratio(moves), 1.3, "times", spread(moves))
+        plain, dense = (median(memory for _, memory in seen[scale]) for scale in (1, 2))
+        self.table.row("memory while it is held, scale 2 against 1 (VmRSS)", dense / plain, 1.02, "times",
+                       f"{dense:.0f} against {plain:.0f} MiB")
+
     # A folder of photographs ---------------------------------------------------------
 
     def folder(self):
@@ -298,7 +334,7 @@ def main():
     if len(sys.argv) < 4:
         sys.exit(__doc__)
     speed = Speed(*map(os.path.abspath, sys.argv[1:4]))
-    for group in sys.argv[4:] or ["board", "growth", "start", "moves", "groups", "folder"]:
+    for group in sys.argv[4:] or ["board", "growth", "start", "moves", "groups", "dense", "folder"]:
         getattr(speed, group)()
     print(f"{speed.table.short} rows fall short" if speed.table.short else "every figure is reached")
     return 1 if speed.table.short else 0

@@ -1,6 +1,6 @@
 #!/bin/bash
 # Measures the release build: what was measured, what must be reached, by ./check speed.
-# ./check speed GROUP... measures only board, growth, start, moves, groups or folder.
+# ./check speed GROUP... measures only board, growth, start, moves, groups, dense or folder.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh

@@ -17,13 +17,25 @@ PieceSurfaces::PieceSurfaces() : generation_(NextGeneration()) { elements_.empla
 
 void PieceSurfaces::Load() {
     const Rect stored = elements_.front().StorageBounds();
-    elements_.emplace_back(Side, Side).SetStorage(stored.width, stored.height);
+    Surface& added = elements_.emplace_back(Side, Side);
+    added.SetStorage(stored.width, stored.height);
+    added.SetDensity(elements_.front().PixelDensity());
     generation_ = NextGeneration();
 }
 
 void PieceSurfaces::UnloadFromOne() {
     elements_.resize(1);
     generation_ = NextGeneration();
+}
+
+void PieceSurfaces::SetDensity(Density density) {
+    UnloadFromOne();
+    elements_.front().SetDensity(density);
+}
+
+void GameSurfaces::SetDensity(Density density) {
+    for (Surface* surface : {&picBG, &picMaster, &picTmp}) surface->SetDensity(density);
+    picPat.SetDensity(density);
 }
 
 GameSurfaces::GameSurfaces() {

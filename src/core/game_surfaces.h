@@ -20,8 +20,9 @@ public:
     }
     const Surface& operator[](int index) const { return elements_[size_t(index)]; }
 
-    void Load();           // adds the next element, made like element 0
-    void UnloadFromOne();  // removes all but element 0
+    void Load();                       // adds the next element, made like element 0
+    void UnloadFromOne();              // removes all but element 0
+    void SetDensity(Density density);  // of element 0 and all that are added from now on; removes the others
 
     // Another number whenever the set of surfaces was made anew; no two sets ever share one.
     uint64_t Generation() const { return generation_; }
@@ -48,6 +49,9 @@ struct GameSurfaces {
     Surface picTmp{PieceSurfaces::Side, PieceSurfaces::Side};  // scratch of RotatePiece
 
     GameSurfaces();  // builds the master strip
+
+    // Pixels a unit of all surfaces that carry the picture. Clears them, and removes the pieces'.
+    void SetDensity(Density density);
 };
 
 namespace PuzzleModule {

@@ -3,7 +3,6 @@
 // knows nothing of rotation.
 #include "core/pieces.h"
 
-#include <algorithm>
 #include <limits>
 
 #include "core/game_state.h"
@@ -30,28 +29,6 @@ void FillRecord(PieceRec& piece, int row, int col, int id, int16_t tile) {
 void Stamp(Surface& piece, const Surface& source, int x0, int y0, const Surface& masks, int tile) {
     BitBlt(piece, 0, 0, TileSize, TileSize, source, x0, y0, RasterOp::SrcCopy);
     BitBlt(piece, 0, 0, TileSize, TileSize, masks, tile * TileSize, 0, RasterOp::MergePaint);
-}
-
-// Pixels of the blocks in which a square is turned: small enough that both blocks stay in
-// the nearest cache.
-constexpr int TurnBlock = 16;
-
-// dest(s - 1 - y, x) = source(x, y), block by block.
-void TurnSquare(Pixel* dest, int destStride, const Surface& source, int s) {
-    const Pixel* const pixels = source.Row(0);
-    const ptrdiff_t sourceStride = source.Stride();
-    for (int top = 0; top < s; top += TurnBlock) {
-        const int bottom = std::min(top + TurnBlock, s);
-        for (int left = 0; left < s; left += TurnBlock) {
-            const int right = std::min(left + TurnBlock, s);
-            // Rows of the destination are written from end to end, columns of the source read upward.
-            for (int x = left; x < right; ++x) {
-                Pixel* out = dest + ptrdiff_t(x) * destStride + (s - bottom);
-                const Pixel* in = pixels + (bottom - 1) * sourceStride + x;
-                for (int y = top; y < bottom; ++y, in -= sourceStride) *out++ = *in;
-            }
-        }
-    }
 }
 
 }  // namespace
@@ -81,11 +58,10 @@ void RotatePiece(int16_t Index, Surface& Scratch) {
     PieceRec& piece = Pieces[size_t(Index)];
     if (piece.PieceId >= 0 && piece.PieceId <= Surfaces->picPat.UBound()) {
         Surface& surface = Surfaces->picPat[piece.PieceId];
-        const Rect square = Intersect({0, 0, TileSize, TileSize}, surface.StorageBounds());
         // A surface that was never drawn on is white all over, whichever way it is turned.
-        if (!surface.IsUniform() && square.width == square.height) {
-            BitBlt(Scratch, 0, 0, square.width, square.height, surface, 0, 0, RasterOp::SrcCopy);
-            TurnSquare(surface.Draw(square), surface.Stride(), Scratch, square.width);
+        if (!surface.IsUniform()) {
+            BitBlt(Scratch, 0, 0, TileSize, TileSize, surface, 0, 0, RasterOp::SrcCopy);
+            TurnClockwise(surface, Scratch, TileSize);
         }
     }
     piece.Rotation = (piece.Rotation + 1) & 3;

@@ -120,11 +120,12 @@ private:
     // A game that can be put on the board: nothing of it is stored yet.
     struct NewGame {
         PuzzleModule::Fit fit;
+        Density density;  // of the screen on which the window stands
         std::shared_ptr<const Picture> picture;
     };
-    static std::optional<NewGame> PlanGame(const std::string& path, std::optional<PuzzleModule::Fit> fit, Size natural);
-    static std::optional<NewGame> PlanNewGame(const std::string& path);
-    static std::optional<NewGame> PlanRestoredGame(const PuzzleModule::SavedGame& game, int cols, int rows);
+    std::optional<NewGame> PlanGame(const std::string& path, std::optional<PuzzleModule::Fit> fit, Size natural);
+    std::optional<NewGame> PlanNewGame(const std::string& path);
+    std::optional<NewGame> PlanRestoredGame(const PuzzleModule::SavedGame& game, int cols, int rows);
 
     static constexpr Size MiniaturePanel{159, 118};  // Picture1
 

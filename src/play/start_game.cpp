@@ -9,6 +9,7 @@
 #include "core/mask_strip.h"
 #include "core/pieces.h"
 #include "core/scatter.h"
+#include "platform/controls/window_system.h"
 #include "platform/drawing/raster.h"
 #include "platform/system/desktop.h"
 #include "platform/system/numbers.h"
@@ -75,11 +76,12 @@ std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, std::
     if (!fit) return std::nullopt;
     const std::optional<MiniatureFit> miniature = FitMiniature(natural, MiniaturePanel.width, MiniaturePanel.height);
     if (!miniature) return std::nullopt;
+    const Density density = Density::ForScale(TheWindows().ScaleOf(*this));
     const Size atLeast{std::max<int>(fit->PictureWidth, int(miniature->Width) + 1),
                        std::max<int>(fit->PictureHeight, int(miniature->Height) + 1)};
-    std::optional<Picture> picture = LoadPicture(path, atLeast);
+    std::optional<Picture> picture = LoadPicture(path, density.Pixels(atLeast));
     if (!picture) return std::nullopt;
-    return NewGame{*fit, std::make_shared<const Picture>(std::move(*picture))};
+    return NewGame{*fit, density, std::make_shared<const Picture>(std::move(*picture))};
 }
 
 std::optional<frmMain::NewGame> frmMain::PlanNewGame(const std::string& path) {
@@ -107,6 +109,8 @@ void frmMain::TakeOver(const NewGame& game, bool framed) {
     PictureHeight = fit.PictureHeight;
     ScaleMasks(TileSize);
     Surfaces.PicTemp = game.picture;
+    Surfaces.SetDensity(game.density);
+    picScreen.Image.SetDensity(game.density);
     Surfaces.picMaster.Resize(fit.MasterWidth, fit.MasterHeight);
     Surfaces.picMaster.Cls();
     if (framed) PaintPicture(Surfaces.picMaster, fit.FrameRect(), Surfaces.PicBranco);

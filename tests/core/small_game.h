@@ -20,9 +20,10 @@ inline constexpr int AllUnits[] = {3, 4, 5, 6, 8};
 
 // The first pixel in which two surfaces differ, in words; empty if they are the same.
 inline std::string FirstDifference(const Surface& actual, const Surface& expected) {
-    if (actual.Width() != expected.Width() || actual.Height() != expected.Height()) return "sizes differ";
-    for (int y = 0; y < actual.Height(); ++y)
-        for (int x = 0; x < actual.Width(); ++x)
+    if (actual.Bounds() != expected.Bounds() || actual.PixelDensity() != expected.PixelDensity()) return "sizes differ";
+    const Rect pixels = actual.PixelDensity().Pixels(actual.Bounds());
+    for (int y = 0; y < pixels.height; ++y)
+        for (int x = 0; x < pixels.width; ++x)
             if (actual.At(x, y) != expected.At(x, y))
                 return testing::PrintToString(std::pair{x, y}) + ": " +
                        testing::PrintToString(std::pair{actual.At(x, y), expected.At(x, y)});
@@ -47,7 +48,7 @@ public:
     SmallGame(const SmallGame&) = delete;
     SmallGame& operator=(const SmallGame&) = delete;
 
-    // Cuts a picture of noise; all pieces at home, the first cell's corner at 0, 0.
+    // Cuts a picture of noise, pixel by pixel; all pieces at home, the first cell's corner at 0, 0.
     void Cut(int unit, int level, int cols, int rows, uint32_t seed = 1) {
         SetSizes(SizesOfUnit(unit));
         GameLevel = ChosenLevel = int16_t(level);
@@ -57,8 +58,8 @@ public:
         surfaces.picMaster.Resize(cols * CellSize, rows * CellSize);
         Pixel* pixels = surfaces.picMaster.DrawAll();
         std::minstd_rand noise(seed);
-        for (int i = 0; i < surfaces.picMaster.Width() * surfaces.picMaster.Height(); ++i)
-            pixels[i] = OpaqueBits | Pixel(noise());
+        const Rect stored = surfaces.picMaster.PixelBounds();
+        for (int i = 0; i < stored.width * stored.height; ++i) pixels[i] = OpaqueBits | Pixel(noise());
         Recut();
     }
     void Recut() {

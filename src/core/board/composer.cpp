@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <climits>
-#include <cstring>
 #include <utility>
 
 #include "core/game_surfaces.h"
@@ -21,25 +19,6 @@ bool LookAlike(const PieceRec& a, const PieceRec& b) {
 }
 
 Rect Shifted(const Rect& rect, int dx, int dy) { return {rect.x + dx, rect.y + dy, rect.width, rect.height}; }
-
-// Moves the pixels of several rectangles by dx, dy to `places`. Row by row against the way, so that nothing is
-// overwritten before it was moved.
-void MovePixels(Pixel* pixels, ptrdiff_t stride, Region places, int dx, int dy) {
-    std::ranges::sort(places, {}, [dx](const Rect& place) { return dx > 0 ? -place.x : place.x; });
-    int top = INT_MAX, bottom = 0;
-    for (const Rect& place : places) {
-        top = std::min(top, place.y);
-        bottom = std::max(bottom, place.Bottom());
-    }
-    for (int i = 0; i < bottom - top; ++i) {
-        const int y = dy > 0 ? bottom - 1 - i : top + i;
-        for (const Rect& place : places) {
-            if (y < place.y || y >= place.Bottom()) continue;
-            Pixel* row = pixels + y * stride + place.x;
-            std::memmove(row, row - dy * stride - dx, size_t(place.width) * sizeof(Pixel));
-        }
-    }
-}
 
 const PieceSurfaces& SurfacesOfPieces() {
     static const PieceSurfaces none;
@@ -179,7 +158,8 @@ void BoardComposer::PaintAll(Surface& dest, const Surface& background) {
     RememberPieces();
     RememberSurfaces();
     if (bounds_.Empty()) return;
-    painter_.Paint({dest.DrawAll(), dest.Stride(), background, pieces_.data(), PickedPiece, SurfacesOfPieces()},
+    painter_.Paint({dest.DrawAll(), dest.Stride(), dest.PixelDensity(), background, pieces_.data(), PickedPiece,
+                    SurfacesOfPieces()},
                    bounds_);
 }
 
@@ -197,7 +177,8 @@ void BoardComposer::PaintDamage(Surface& dest, const Surface& background) {
     if (SurfacesOfPieces().Touches() != touches_) RememberSurfaces();
     Pixel* pixels = nullptr;
     for (const Rect& area : areas) pixels = dest.Draw(area);
-    const BoardPainter::Scene scene{pixels, dest.Stride(), background, pieces_.data(), PickedPiece, SurfacesOfPieces()};
+    const BoardPainter::Scene scene{pixels,         dest.Stride(), dest.PixelDensity(), background,
+                                    pieces_.data(), PickedPiece,   SurfacesOfPieces()};
     const Region rest = way_ ? ShiftGroup(scene, areas, *way_) : areas;
     for (const Rect& area : rest) painter_.Paint(scene, area);
 }
@@ -249,7 +230,8 @@ Region BoardComposer::ShiftGroup(const BoardPainter::Scene& scene, const Region&
         addCovered({0, 0});
         addCovered(way);
     }
-    MovePixels(scene.pixels, scene.stride, shifted, way.dx, way.dy);
+    OnCanvas(scene.density, scene.pixels, scene.stride,
+             [&](const auto& canvas) { canvas.Move(shifted, way.dx, way.dy); });
     const Region& merged = merger_.Merge(covered, bounds_);
     rest.insert(rest.end(), merged.begin(), merged.end());
     return rest;

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "core/board/canvas.h"
 #include "core/board/place_index.h"
 #include "core/board/tile_spans.h"
 #include "core/game_state.h"
@@ -38,6 +39,7 @@ public:
     struct Scene {
         Pixel* pixels;  // of the destination
         ptrdiff_t stride;
+        Density density;  // of the destination, the background and the surfaces
         const Surface& background;
         const PieceRec* pieces;  // as in SetPlaces
         int picked;
@@ -49,11 +51,14 @@ public:
 
 private:
     void FindPieces(const Scene& scene, const Rect& band);
-    void PaintBand(const Scene& scene, const Rect& band);
+    template <int K>
+    void PaintBand(const Canvas<K>& canvas, const Scene& scene, const Rect& band);
     // The side of the square that holds shape and rim of any tile.
     int Reach() const { return spans_.TileSize() + 1; }
-    void InvertRim(const Scene& scene, const PieceRec& piece, const Rect& band);
-    void LayPiece(const Scene& scene, const PieceRec& piece, const Rect& band);
+    template <int K>
+    void InvertRim(const Canvas<K>& canvas, const PieceRec& piece, const Rect& band) const;
+    template <int K>
+    void LayPiece(const Canvas<K>& canvas, const Scene& scene, const PieceRec& piece, const Rect& band) const;
 
     TileSpans spans_;
     PlaceIndex places_;

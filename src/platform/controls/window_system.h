@@ -26,6 +26,8 @@ public:
     virtual void RunModal(Form& form) = 0;
     virtual void HideForm(Form& form) = 0;
     virtual void AwaitState(Form& form, WindowState state) = 0;
+    // How many pixels of its screen a logical pixel of the form has along one side; may be broken (1.25).
+    virtual double ScaleOf(Form& form) = 0;
     virtual void DragBox(PictureBox& box) = 0;
     virtual void DragForm(Form& form) = 0;
 

@@ -32,9 +32,9 @@ inline constexpr double HimetricPerPixel = 2540.0 / 96.0;
 // player is answered however large it is. Once `wanted` says no after an event, the picture is given up.
 void DoEventsDecoding(const std::string& path, Size atLeast, const std::function<bool()>& wanted = {});
 
-// Stretches `image` over the rectangle of `dest`, clipped: area averaging where it
-// becomes smaller, smooth interpolation where it becomes larger, a plain copy at its
-// own size.
+// Stretches the pixels of `image` over the rectangle of `dest`, clipped, which has as many pixels as the
+// density of `dest` makes of it: area averaging where it becomes smaller, smooth interpolation where it
+// becomes larger, a plain copy at its own size.
 void PaintPicture(Surface& dest, const Rect& target, const Surface& image);
 
 // A new surface of the given size with `image` stretched over all of it.

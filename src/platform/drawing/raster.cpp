@@ -60,17 +60,38 @@ Pixel* StorageFor(Surface& dest, const Rect& area, bool overwrites) {
 }
 
 template <RasterOp Op>
-void CombineStored(Surface& dest, const Block& block, const Surface& source) {
+void CombineRow(Pixel* __restrict out, const Pixel* __restrict in, size_t width) {
+    if constexpr (Op == RasterOp::SrcCopy)
+        std::memcpy(out, in, width * sizeof(Pixel));
+    else
+        for (size_t i = 0; i < width; ++i) out[i] = Combine<Op>(out[i], in[i]);
+}
+
+// A source of one pixel a unit: each becomes a square of pixels.
+template <RasterOp Op>
+void CombineEnlarged(Surface& dest, const Block& block, const Surface& source) {
     Pixel* const pixels = StorageFor(dest, block.Target(), Op == RasterOp::SrcCopy);
-    const size_t stride = size_t(dest.Stride()), width = size_t(block.width);
-    for (int row = 0; row < block.height; ++row) {
-        Pixel* __restrict out = pixels + size_t(block.y + row) * stride + size_t(block.x);
-        const Pixel* __restrict in = source.Row(block.sourceY + row) + block.sourceX;
-        if constexpr (Op == RasterOp::SrcCopy)
-            std::memcpy(out, in, width * sizeof(Pixel));
-        else
-            for (size_t i = 0; i < width; ++i) out[i] = Combine<Op>(out[i], in[i]);
+    const int k = dest.PixelDensity().PerUnit();
+    const Rect target = dest.PixelDensity().Pixels(block.Target());
+    std::vector<Pixel> wide(size_t(target.width));
+    for (int row = 0; row < target.height; ++row) {
+        const Pixel* in = source.Row(block.sourceY + row / k) + block.sourceX;
+        if (row % k == 0)
+            for (size_t i = 0; i < wide.size(); ++i) wide[i] = in[i / size_t(k)];
+        CombineRow<Op>(pixels + size_t(target.y + row) * size_t(dest.Stride()) + target.x, wide.data(), wide.size());
     }
+}
+
+template <RasterOp Op>
+void CombineStored(Surface& dest, const Block& block, const Surface& source) {
+    if (source.PixelDensity() != dest.PixelDensity()) return CombineEnlarged<Op>(dest, block, source);
+    Pixel* const pixels = StorageFor(dest, block.Target(), Op == RasterOp::SrcCopy);
+    const Rect target = dest.PixelDensity().Pixels(block.Target());
+    const int fromX = source.PixelDensity().Pixels(block.sourceX), fromY = source.PixelDensity().Pixels(block.sourceY);
+    const size_t stride = size_t(dest.Stride());
+    for (int row = 0; row < target.height; ++row)
+        CombineRow<Op>(pixels + size_t(target.y + row) * stride + size_t(target.x), source.Row(fromY + row) + fromX,
+                       size_t(target.width));
 }
 
 template <RasterOp Op>
@@ -78,9 +99,10 @@ void CombineConstant(Surface& dest, const Rect& area, Pixel source) {
     // Background on background needs no storage.
     if (dest.IsUniform() && Combine<Op>(dest.Background(), source) == dest.Background()) return dest.Touch(area);
     Pixel* const pixels = StorageFor(dest, area, Op == RasterOp::SrcCopy);
-    const size_t stride = size_t(dest.Stride()), width = size_t(area.width);
-    for (int row = 0; row < area.height; ++row) {
-        Pixel* out = pixels + size_t(area.y + row) * stride + size_t(area.x);
+    const Rect target = dest.PixelDensity().Pixels(area);
+    const size_t stride = size_t(dest.Stride()), width = size_t(target.width);
+    for (int row = 0; row < target.height; ++row) {
+        Pixel* out = pixels + size_t(target.y + row) * stride + size_t(target.x);
         for (size_t i = 0; i < width; ++i) out[i] = Combine<Op>(out[i], source);
     }
 }
@@ -115,11 +137,39 @@ std::vector<std::pair<int, int>> CentresOf(int target, int source) {
     return centres;
 }
 
+// Pixels of the blocks in which a square is turned: small enough that both blocks stay in
+// the nearest cache.
+constexpr int TurnBlock = 16;
+
 }  // namespace
+
+void TurnClockwise(Surface& dest, const Surface& source, int side) {
+    const Rect square{0, 0, side, side};
+    if (Intersect(square, dest.StorageBounds()) != square || Intersect(square, source.StorageBounds()) != square)
+        return;
+    if (source.IsUniform() || source.PixelDensity() != dest.PixelDensity()) return;
+    const int s = dest.PixelDensity().Pixels(side);
+    Pixel* const out = dest.Draw(square);
+    const Pixel* const in = source.Row(0);
+    const ptrdiff_t outStride = dest.Stride(), inStride = source.Stride();
+    for (int top = 0; top < s; top += TurnBlock) {
+        const int bottom = std::min(top + TurnBlock, s);
+        for (int left = 0; left < s; left += TurnBlock) {
+            const int right = std::min(left + TurnBlock, s);
+            // Rows of the destination are written from end to end, columns of the source read upward.
+            for (int x = left; x < right; ++x) {
+                Pixel* to = out + x * outStride + (s - bottom);
+                const Pixel* from = in + (bottom - 1) * inStride + x;
+                for (int y = top; y < bottom; ++y, from -= inStride) *to++ = *from;
+            }
+        }
+    }
+}
 
 void BitBlt(Surface& dest, int x, int y, int width, int height, const Surface& source, int sourceX, int sourceY,
             RasterOp op) {
     assert(&dest != &source);
+    assert(source.PixelDensity() == dest.PixelDensity() || source.PixelDensity() == Density() || source.IsUniform());
     Block block{x, y, width, height, sourceX, sourceY};
     ClipAxis(block.x, block.width, block.sourceX, dest.StorageBounds().width, source.Width());
     ClipAxis(block.y, block.height, block.sourceY, dest.StorageBounds().height, source.Height());
@@ -139,7 +189,8 @@ void BitBlt(Surface& dest, int x, int y, int width, int height, const Surface& s
 }
 
 Color Point(const Surface& surface, int x, int y) {
-    return surface.Bounds().Contains(x, y) ? ToColor(surface.At(x, y)) : -1;
+    const Density density = surface.PixelDensity();
+    return surface.Bounds().Contains(x, y) ? ToColor(surface.At(density.Pixels(x), density.Pixels(y))) : -1;
 }
 
 void SetPixel(Surface& surface, int x, int y, Color color) {

@@ -1,5 +1,8 @@
 // Block operations between surfaces. Each clips once, against both surfaces, and
 // then runs plain row loops; source and destination are different surfaces.
+//
+// Places and sizes count in units. Surfaces of one density give and take pixel by pixel; a source of one pixel a
+// unit is enlarged for a denser destination. No operation goes the other way.
 #pragma once
 #include <cstdint>
 
@@ -19,17 +22,21 @@ enum class RasterOp : uint32_t {
 void BitBlt(Surface& dest, int x, int y, int width, int height, const Surface& source, int sourceX, int sourceY,
             RasterOp op);
 
-// One pixel as a colour, or -1 outside the surface.
+// The top-left square of `side` units turned a quarter clockwise: dest(side - 1 - y, x) = source(x, y) in pixels of
+// their one density. Nothing happens if either does not store the square.
+void TurnClockwise(Surface& dest, const Surface& source, int side);
+
+// The first pixel of a unit as a colour, or -1 outside the surface.
 Color Point(const Surface& surface, int x, int y);
 
-// One pixel set; nothing happens outside the surface.
+// One unit set; nothing happens outside the surface.
 void SetPixel(Surface& surface, int x, int y, Color color);
 
 // Fills a rectangle, clipped.
 void FillRect(Surface& dest, const Rect& area, Color color);
 
 // The outline of a box whose far edges are included: the lines run through
-// x, y and x + width, y + height. One pixel wide, clipped.
+// x, y and x + width, y + height. One unit wide, clipped.
 void Line(Surface& dest, int x, int y, int width, int height, Color color);
 
 // Stretches all of the black-and-white `source` onto all of `dest` by nearest

@@ -217,6 +217,7 @@ void FinishRow(Pixel* out, const int32_t* sums, int firstColumn, const Filter& f
 // A copy that stores every pixel, for the rare image that does not.
 Surface WhollyStored(const Surface& image) {
     Surface whole(image.Width(), image.Height());
+    whole.SetDensity(image.PixelDensity());
     BitBlt(whole, 0, 0, image.Width(), image.Height(), image, 0, 0, RasterOp::SrcCopy);
     whole.DrawAll();
     return whole;
@@ -227,22 +228,24 @@ Surface WhollyStored(const Surface& image) {
 void PaintPicture(Surface& dest, const Rect& target, const Surface& image) {
     if (target.Empty() || image.Bounds().Empty()) return;
     if (image.IsUniform()) return FillRect(dest, target, ToColor(image.Background()));
-    if (target.width == image.Width() && target.height == image.Height())
+    if (target.width == image.Width() && target.height == image.Height() && image.PixelDensity() == dest.PixelDensity())
         return BitBlt(dest, target.x, target.y, target.width, target.height, image, 0, 0, RasterOp::SrcCopy);
     if (image.StorageBounds() != image.Bounds()) return PaintPicture(dest, target, WhollyStored(image));
 
-    const Rect seen = Intersect(target, dest.StorageBounds());
-    if (seen.Empty()) return;
-    const Filter across = MakeFilter(seen.x - target.x, seen.Right() - target.x, target.width, image.Width());
-    const Filter down = MakeFilter(seen.y - target.y, seen.Bottom() - target.y, target.height, image.Height());
-    const int64_t area = across.sum * down.sum;
-    const Divider divide{uint64_t(area)};
+    const Rect area = Intersect(target, dest.StorageBounds());
+    if (area.Empty()) return;
+    const Rect all = dest.PixelDensity().Pixels(target), seen = dest.PixelDensity().Pixels(area);
+    const Rect source = image.PixelBounds();
+    const Filter across = MakeFilter(seen.x - all.x, seen.Right() - all.x, all.width, source.width);
+    const Filter down = MakeFilter(seen.y - all.y, seen.Bottom() - all.y, all.height, source.height);
+    const int64_t weight = across.sum * down.sum;
+    const Divider divide{uint64_t(weight)};
     ColumnSums columns(image, across.FirstSource(), across.EndSource());
-    Pixel* pixels = seen == dest.StorageBounds() ? dest.DrawAll() : dest.Draw(seen);
+    Pixel* pixels = area == dest.StorageBounds() ? dest.DrawAll() : dest.Draw(area);
     for (int y = 0; y < seen.height; ++y) {
         const int32_t* sums = columns.Sum(down, down.begin + y);
         Pixel* out = pixels + size_t(seen.y + y) * size_t(dest.Stride()) + size_t(seen.x);
-        FinishRow(out, sums, across.FirstSource(), across, divide, area);
+        FinishRow(out, sums, across.FirstSource(), across, divide, weight);
     }
 }
 

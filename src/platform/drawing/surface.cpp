@@ -34,6 +34,7 @@ Surface& Surface::operator=(Surface&& other) noexcept {
     height_ = std::exchange(other.height_, 0);
     storedWidth_ = std::exchange(other.storedWidth_, 0);
     storedHeight_ = std::exchange(other.storedHeight_, 0);
+    density_ = std::exchange(other.density_, Density());
     background_ = other.background_;
     pixels_ = std::move(other.pixels_);
     damage_.clear();
@@ -49,6 +50,11 @@ void Surface::Resize(int width, int height) {
     storedWidth_ = width_;
     storedHeight_ = height_;
     damage_.clear();
+    Cls();
+}
+
+void Surface::SetDensity(Density density) {
+    density_ = density;
     Cls();
 }
 
@@ -69,22 +75,21 @@ void Surface::Cls() {
 }
 
 Pixel Surface::At(int x, int y) const {
-    if (!pixels_ || x >= storedWidth_ || y >= storedHeight_) return background_;
+    if (!pixels_ || !PixelBounds().Contains(x, y)) return background_;
     return Row(y)[x];
 }
 
 Pixel* Surface::Draw(const Rect& area) {
     if (!pixels_) {
-        const size_t count = size_t(storedWidth_) * size_t(storedHeight_);
-        pixels_ = std::make_unique_for_overwrite<Pixel[]>(count);
-        std::fill_n(pixels_.get(), count, background_);
+        pixels_ = std::make_unique_for_overwrite<Pixel[]>(PixelCount());
+        std::fill_n(pixels_.get(), PixelCount(), background_);
     }
     Touch(area);
     return pixels_.get();
 }
 
 Pixel* Surface::DrawAll() {
-    if (!pixels_) pixels_ = std::make_unique_for_overwrite<Pixel[]>(size_t(storedWidth_) * size_t(storedHeight_));
+    if (!pixels_) pixels_ = std::make_unique_for_overwrite<Pixel[]>(PixelCount());
     Touch(StorageBounds());
     return pixels_.get();
 }

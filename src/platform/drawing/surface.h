@@ -6,12 +6,15 @@
 // drawing. A surface may also declare more than it stores (SetStorage): what lies
 // outside the storage reads as background and swallows what is drawn there.
 //
-// Rows of 32-bit pixels 0xFFRRGGBB, top byte always 0xFF, x right, y down from 0.
+// Sizes, rectangles and damage count in units; a surface may keep several pixels for each (SetDensity). Only the raw
+// pixels (At, Row, Stride, PixelBounds) count in pixels. Rows of 32-bit pixels 0xFFRRGGBB, top byte always 0xFF, x
+// right, y down from 0.
 #pragma once
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 
+#include "platform/drawing/density.h"
 #include "platform/drawing/geometry.h"
 #include "platform/drawing/pixel.h"
 
@@ -29,7 +32,7 @@ public:
     Surface(int width, int height, Pixel background = WhitePixel);
     Surface(const Surface&) = delete;  // pixels are moved about by raster operations, never by accident
     Surface& operator=(const Surface&) = delete;
-    // Size, background and pixels move; a listener stays with its surface. What is left
+    // Size, density, background and pixels move; a listener stays with its surface. What is left
     // behind has no size. To the one that takes over it counts as drawing the whole.
     Surface(Surface&& other) noexcept;
     Surface& operator=(Surface&& other) noexcept;
@@ -41,10 +44,15 @@ public:
     // New size, everything background again, storage dropped. Negative sizes count as 0.
     void Resize(int width, int height);
 
+    // How many pixels a unit has from now on, 1 unless told. Clears the surface, also where it stays the same.
+    void SetDensity(Density density);
+    Density PixelDensity() const { return density_; }
+
     // Keeps pixels only for the top-left `width` by `height` (clipped to the size),
     // all of them background again.
     void SetStorage(int width, int height);
     Rect StorageBounds() const { return {0, 0, storedWidth_, storedHeight_}; }
+    Rect PixelBounds() const { return density_.Pixels(StorageBounds()); }  // of the storage, in pixels
 
     // The colour that Cls leaves. Setting it clears the surface.
     void SetBackground(Pixel background);
@@ -59,9 +67,9 @@ public:
     // The pixel at x, y; background where nothing is stored. x, y must lie inside.
     Pixel At(int x, int y) const;
 
-    // Read access to row y of the storage, or nullptr while uniform.
-    const Pixel* Row(int y) const { return pixels_ ? pixels_.get() + size_t(y) * size_t(storedWidth_) : nullptr; }
-    int Stride() const { return storedWidth_; }  // pixels from one stored row to the next
+    // Read access to row y of the stored pixels, or nullptr while uniform.
+    const Pixel* Row(int y) const { return pixels_ ? pixels_.get() + size_t(y) * size_t(Stride()) : nullptr; }
+    int Stride() const { return density_.Pixels(storedWidth_); }  // pixels from one stored row to the next
 
     // Write access to the storage, made if need be. `area` is what the caller is
     // going to change: it is noted as damage and raises the revision.
@@ -85,9 +93,11 @@ public:
 
 private:
     void AddDamage(const Rect& area);
+    size_t PixelCount() const { return size_t(Stride()) * size_t(density_.Pixels(storedHeight_)); }
 
     int width_ = 0, height_ = 0;
     int storedWidth_ = 0, storedHeight_ = 0;
+    Density density_;
     Pixel background_ = WhitePixel;
     std::unique_ptr<Pixel[]> pixels_;
     uint64_t revision_ = 0;

@@ -36,6 +36,8 @@ public:
         std::function<Surface(Size)> make;
     };
     std::map<std::string, FakePicture> pictures;
+    // Pixels of the screen by the logical pixel.
+    double scale = 1;
     // A call that fails from now on.
     bool skinFails = false;
 
@@ -75,6 +77,7 @@ public:
     void RunModal(Form& form) override;  // ends (and says so in modalTrouble) when no event is left that could close it
     void HideForm(Form& form) override;
     void AwaitState(Form& form, WindowState state) override;
+    double ScaleOf(Form&) override { return scale; }
     void DragBox(PictureBox& box) override;
     void DragForm(Form& form) override;
     void Run() override;  // runs pending events until none is left

@@ -136,6 +136,11 @@ void QtDesktop::AwaitState(Form& form, WindowState state) {
     }
 }
 
+double QtDesktop::ScaleOf(Form& form) {
+    const FormWindow* window = FormWindow::Of(form);
+    return window ? window->devicePixelRatioF() : 1;
+}
+
 // Activation is told from the message loop: it comes at varying moments, some of them in the
 // middle of showing a window.
 void QtDesktop::NoteActivation(FormWindow& window) {

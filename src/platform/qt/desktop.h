@@ -36,6 +36,7 @@ public:
     void RunModal(Form& form) override;
     void HideForm(Form& form) override;
     void AwaitState(Form& form, WindowState state) override;
+    double ScaleOf(Form& form) override;
     void DragBox(PictureBox& box) override;
     void DragForm(Form& form) override;
 

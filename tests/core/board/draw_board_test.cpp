@@ -2,8 +2,7 @@
 // comparison looks at the surface and at a screen that only gets the damage handed on.
 #include "core/board/draw_board.h"
 
-#include <numeric>
-
+#include "platform/drawing/picture.h"
 #include "tests/core/small_game.h"
 #include "tests/reference/literal_board.h"
 
@@ -17,6 +16,7 @@ public:
     ~Screen() override { source_.SetListener(nullptr); }
     void Resize() {
         Shown.Resize(source_.Width(), source_.Height());
+        Shown.SetDensity(source_.PixelDensity());
         source_.SetListener(this);
     }
     void SurfaceRefreshed(const Region& damage) override {
@@ -138,6 +138,9 @@ TEST(DrawBoard, IsTheLiteralSequenceAfterAnyChange) {
         SmallGame game;
         RandomPlay play(game, seed);
         Surface board(260, 210), background(260, 210, ToPixel(Rgb(30, 90, 200)));
+        const Density density(run % 2 == 0 ? 1 : 2 + play.Below(2));
+        game.surfaces.SetDensity(density);
+        for (Surface* surface : {&board, &background}) surface->SetDensity(density);
         Screen screen(board);
         play.NewGame(board);
         std::string story;
@@ -145,12 +148,73 @@ TEST(DrawBoard, IsTheLiteralSequenceAfterAnyChange) {
             for (int changes = 1 + play.Below(2); changes > 0; --changes)
                 story = story + ", " + play.Change(board, background, screen);
             Surface expected(board.Width(), board.Height());
+            expected.SetDensity(density);
             reference::DrawBoard(expected, background);
             DrawBoard(board, background);
             ASSERT_EQ(FirstDifference(board, expected), "") << story;
             ASSERT_EQ(FirstDifference(screen.Shown, expected), "") << "not handed on: " << story;
         }
     }
+}
+
+Surface Enlarged(const Surface& plain, Density density) {
+    Surface dense(plain.Width(), plain.Height());
+    dense.SetDensity(density);
+    Pixel* out = dense.DrawAll();
+    for (int y = 0; y < dense.PixelBounds().height; ++y)
+        for (int x = 0; x < dense.PixelBounds().width; ++x)
+            *out++ = plain.At(x / density.PerUnit(), y / density.PerUnit());
+    return dense;
+}
+
+// Pieces turned, thrown about and held, as `density` shows them; the picture's pixels are squares of its pixels.
+Surface ScatteredBoard(int unit, int level, Density density) {
+    SmallGame game(unit, level, 4, 3);
+    Surface board(300, 260), background(300, 260, ToPixel(Rgb(30, 90, 200)));
+    const Surface master = Enlarged(game.surfaces.picMaster, density);
+    game.surfaces.SetDensity(density);
+    PaintPicture(game.surfaces.picMaster, master.Bounds(), master);
+    game.Recut();
+    for (Surface* surface : {&board, &background}) surface->SetDensity(density);
+    RandomPlay play(game, 7);
+    for (size_t i = 0; i < Pieces.size(); ++i) {
+        if (i % 3 != 0) play.Throw(Pieces[i], board);
+        for (size_t turn = 0; turn < i % 4; ++turn) RotatePiece(int16_t(i), game.surfaces.picTmp);
+    }
+    play.PickUp(5);
+    for (int step = 0; step < 4; ++step) {
+        DrawBoard(board, background);
+        play.Drag();
+    }
+    DrawBoard(board, background);
+    Line(board, 40, 30, 60, 50, 65535);
+    return board;
+}
+
+TEST(DrawBoard, OnADenseScreenIsThePlainBoardEnlarged) {
+    for (const int unit : AllUnits)
+        for (const int level : {0, 5}) {
+            const Surface plain = ScatteredBoard(unit, level, Density(1));
+            for (const Density density : {Density(2), Density(3)})
+                EXPECT_EQ(FirstDifference(ScatteredBoard(unit, level, density), Enlarged(plain, density)), "")
+                    << unit << " " << density.PerUnit();
+        }
+}
+
+// Whatever the picture's pixels are, they stand in the outlines as they are.
+TEST(DrawBoard, ASolvedBoardShowsThePictureAtEveryDensity) {
+    for (const int unit : AllUnits)
+        for (int k = 1; k <= Density::Most; ++k) {
+            SmallGame game;
+            game.surfaces.SetDensity(Density(k));
+            game.Cut(unit, 5, 4, 3);
+            Surface board(game.surfaces.picMaster.Width(), game.surfaces.picMaster.Height()), background(1, 1);
+            board.SetDensity(Density(k));
+            background.SetDensity(Density(k));
+            background.Resize(board.Width(), board.Height());
+            DrawBoard(board, background);
+            EXPECT_EQ(FirstDifference(board, game.surfaces.picMaster), "") << unit << " " << k;
+        }
 }
 
 class DrawBoardDamage : public testing::Test {

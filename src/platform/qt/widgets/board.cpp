@@ -18,8 +18,6 @@ QPointer<BoxWidget> holder;
 // Rows copied at once. The toolkit hands more of them to other threads, and waking those costs more than they save.
 constexpr int BandRows = 32;
 
-bool IsWhole(qreal factor) { return factor == std::floor(factor); }
-
 }  // namespace
 
 BoxWidget::BoxWidget(PictureBox& box, QWidget* parent) : QWidget(parent), box_(box) {
@@ -31,39 +29,63 @@ BoxWidget::BoxWidget(PictureBox& box, QWidget* parent) : QWidget(parent), box_(b
 
 BoxWidget::~BoxWidget() = default;
 
-// At a fractional scale a pixel of the image spreads over its neighbours.
+// Where the image is stretched, a pixel spreads over its neighbours.
 void BoxWidget::RepaintImage(const Region& damage) {
-    const int grow = IsWhole(devicePixelRatioF()) ? 0 : 2;
+    const int grow = ShowsPixels() ? 0 : 2;
     for (const Rect& r : damage) update(r.x - grow, r.y - grow, r.width + 2 * grow, r.height + 2 * grow);
 }
 
-// The view of the pixels is made afresh each time: a painter would first copy one that is kept. The copy goes from
-// the bottom up: what was composed last lies lowest and is still in the processor's cache.
+// True if the image's pixels come to the screen as they are, or as whole squares.
+bool BoxWidget::ShowsPixels() const {
+    const qreal times = devicePixelRatioF() / box_.Image.PixelDensity().PerUnit();
+    return times == std::floor(times);
+}
+
+// The view of the pixels is made afresh each time: a painter would first copy one that is kept.
 void BoxWidget::paintEvent(QPaintEvent* event) {
     QPainter painter(this);
     const Surface& image = box_.Image;
-    const QColor background = QColor::fromRgb(image.Background());
-    const Rect stored = image.StorageBounds();
-    const bool drawn = !image.IsUniform();
-    const QRect inside = drawn ? QRect(0, 0, stored.width, stored.height) : QRect();
-    const bool whole = IsWhole(devicePixelRatioF());
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, !whole);
-    const QImage view = drawn ? QImage(reinterpret_cast<const uchar*>(image.Row(0)), stored.width, stored.height,
-                                       qsizetype(image.Stride()) * 4, QImage::Format_RGB32)
-                              : QImage();
-    for (const QRect& rect : event->region()) {
-        // Some pixels more on each side let the smooth stretch see the neighbours. The clip keeps the outermost ones,
-        // which have none themselves, off the other rectangles.
-        const QRect shown = (whole ? rect : rect.adjusted(-4, -4, 4, 4)) & inside;
-        if (!whole) painter.setClipRect(rect.adjusted(-1, -1, 1, 1));
-        if (!inside.contains(rect)) painter.fillRect(rect, background);
-        const int step = whole ? BandRows : shown.height();
-        for (int bottom = shown.bottom(); bottom >= shown.top(); bottom -= step) {
-            const QRect band(QPoint(shown.left(), std::max(bottom - step + 1, shown.top())),
-                             QPoint(shown.right(), bottom));
-            painter.drawImage(band, view, band);
-        }
+    if (image.IsUniform()) {
+        for (const QRect& rect : event->region()) painter.fillRect(rect, QColor::fromRgb(image.Background()));
+        return;
     }
+    const Rect bounds = image.PixelBounds();
+    const QImage view(reinterpret_cast<const uchar*>(image.Row(0)), bounds.width, bounds.height,
+                      qsizetype(image.Stride()) * 4, QImage::Format_RGB32);
+    for (const QRect& rect : event->region()) {
+        if (!QRect(0, 0, image.Width(), image.Height()).contains(rect))
+            painter.fillRect(rect, QColor::fromRgb(image.Background()));
+        if (ShowsPixels())
+            ShowPixels(painter, view, rect);
+        else
+            ShowStretched(painter, view, rect);
+    }
+}
+
+// In pixels of the screen, so that the toolkit need not stretch anything. The copy goes from the bottom up: what was
+// composed last lies lowest and is still in the processor's cache.
+void BoxWidget::ShowPixels(QPainter& painter, const QImage& view, const QRect& rect) const {
+    const int density = box_.Image.PixelDensity().PerUnit(), times = int(devicePixelRatioF()) / density;
+    const QRect shown = QRect(rect.topLeft() * density, rect.size() * density) & view.rect();
+    painter.save();
+    painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
+    for (int bottom = shown.bottom(); bottom >= shown.top(); bottom -= BandRows) {
+        const QRect band(QPoint(shown.left(), std::max(bottom - BandRows + 1, shown.top())),
+                         QPoint(shown.right(), bottom));
+        painter.drawImage(QRect(band.topLeft() * times, band.size() * times), view, band);
+    }
+    painter.restore();
+}
+
+// Some pixels more on each side let the smooth stretch see the neighbours. The clip keeps the outermost ones, which
+// have none themselves, off the other rectangles.
+void BoxWidget::ShowStretched(QPainter& painter, const QImage& view, const QRect& rect) const {
+    const int density = box_.Image.PixelDensity().PerUnit();
+    const QRect inside(QPoint(), view.size() / density);
+    const QRect shown = rect.adjusted(-4, -4, 4, 4) & inside;
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setClipRect(rect.adjusted(-1, -1, 1, 1));
+    painter.drawImage(shown, view, QRect(shown.topLeft() * density, shown.size() * density));
 }
 
 void BoxWidget::Press(const QMouseEvent& event) {

@@ -6,6 +6,7 @@
 #include "platform/controls/control.h"
 
 class PictureBox;
+class QPainter;
 
 class BoxWidget : public QWidget {
 public:
@@ -30,6 +31,9 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    bool ShowsPixels() const;
+    void ShowPixels(QPainter& painter, const QImage& view, const QRect& rect) const;
+    void ShowStretched(QPainter& painter, const QImage& view, const QRect& rect) const;
     void Press(const QMouseEvent& event);
     void ReleaseMissing(int16_t down);
 
