@@ -76,7 +76,7 @@ std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, std::
     if (!fit) return std::nullopt;
     const std::optional<MiniatureFit> miniature = FitMiniature(natural, MiniaturePanel.width, MiniaturePanel.height);
     if (!miniature) return std::nullopt;
-    const Density density = Density::ForScale(TheWindows().ScaleOf(*this));
+    const Density density = DensityOf(*this);
     const Size atLeast{std::max<int>(fit->PictureWidth, int(miniature->Width) + 1),
                        std::max<int>(fit->PictureHeight, int(miniature->Height) + 1)};
     std::optional<Picture> picture = LoadPicture(path, density.Pixels(atLeast));

@@ -3,7 +3,7 @@
 // One frame is 16 x 16 pixels with eight dots on magenta, which gives way to BackColor:
 //
 //           N
-//        NW   NE         A dot is a 4 x 4 square without its corners.
+//        NW   NE         A dot is a disc 4 across: of one pixel a unit, a square without its corners.
 //       W       E        Frames 0 to 7 turn clockwise, frame 8 is grey all round.
 //        SW   SE
 //           S
@@ -12,6 +12,7 @@
 #include <array>
 #include <string_view>
 
+#include "platform/controls/window_system.h"
 #include "platform/drawing/raster.h"
 #include "platform/system/desktop.h"
 #include "platform/system/numbers.h"
@@ -49,16 +50,23 @@ constexpr std::array<std::string_view, ucFirefoxWait::FrameCount> FrameShades{
 };
 
 void DrawDot(Surface& strip, int x, int y, Color shade) {
-    FillRect(strip, {x + 1, y, 2, 4}, shade);
-    FillRect(strip, {x, y + 1, 4, 2}, shade);
+    const Rect units{x, y, 4, 4}, square = strip.PixelDensity().Pixels(units);
+    Pixel* const pixels = strip.Draw(units);
+    for (int row = 0; row < square.height; ++row)
+        for (int column = 0; column < square.width; ++column) {
+            // From the middle of the square, in halves of a pixel.
+            const int across = 2 * column + 1 - square.width, down = 2 * row + 1 - square.height;
+            if (across * across + down * down <= square.width * square.width)
+                pixels[(square.y + row) * strip.Stride() + square.x + column] = ToPixel(shade);
+        }
 }
 
-// Draws white on the black `mask` where `picture` has exactly `color`.
+// White on `mask` where `picture` has exactly `color`, black elsewhere.
 void DrawMask(Surface& mask, const Surface& picture, Color color) {
-    for (int y = 0; y < picture.Height(); ++y) {
-        for (int x = 0; x < picture.Width(); ++x)
-            if (Point(picture, x, y) == color) SetPixel(mask, x, y, ToColor(WhitePixel));
-    }
+    Pixel* out = mask.DrawAll();
+    for (int y = 0; y < picture.PixelBounds().height; ++y)
+        for (int x = 0; x < picture.PixelBounds().width; ++x)
+            *out++ = picture.At(x, y) == ToPixel(color) ? WhitePixel : BlackPixel;
 }
 
 }  // namespace
@@ -86,8 +94,9 @@ void ucFirefoxWait::UserControl_Initialize() {
 
 void ucFirefoxWait::UserControl_Terminate() { tmrPlay.SetEnabled(false); }
 
-Surface ucFirefoxWait::BuildStrip() {
+Surface ucFirefoxWait::BuildStrip(Density density) {
     Surface strip(FrameSide * FrameCount, FrameSide, ToPixel(Magenta));
+    strip.SetDensity(density);
     for (int frame = 0; frame < FrameCount; ++frame) {
         for (size_t dot = 0; dot < DotCount; ++dot) {
             const size_t shade = size_t(FrameShades[size_t(frame)][dot] - 'A');
@@ -159,8 +168,17 @@ void ucFirefoxWait::UserControl_Resize() {
 }
 
 void ucFirefoxWait::UserControl_Show() {
+    TakeDensity();
     ApplyBackColor();
     DrawIdleFrame();
+}
+
+// Everything is drawn at the pixels of the screen on which the ring comes up.
+void ucFirefoxWait::TakeDensity() {
+    const Density density = DensityOf(*this);
+    picOriginal = BuildStrip(density);
+    picSource.SetDensity(density);
+    picDestination.Image.SetDensity(density);
 }
 
 void ucFirefoxWait::Announce(const char* property) {
@@ -207,5 +225,7 @@ void ucFirefoxWait::ReplaceColor(Surface& picture, Color ColorFrom, Color ColorT
 std::optional<Surface> ucFirefoxWait::CreateMemorySurface(const Surface& Picture, int Width, int Height,
                                                           bool Monochrome) {
     if (Width <= 0 || Height <= 0) return std::nullopt;
-    return Surface(Width, Height, Monochrome ? BlackPixel : Picture.Background());
+    Surface surface(Width, Height, Monochrome ? BlackPixel : Picture.Background());
+    surface.SetDensity(Picture.PixelDensity());
+    return surface;
 }

@@ -40,7 +40,7 @@ public:
     int32_t FrameIndex = 0;  // last frame shown, 0 to 7
 
     static constexpr int FrameSide = 16, FrameCount = 9, IdleFrame = 8;
-    static Surface BuildStrip();  // 144 x 16 on magenta
+    static Surface BuildStrip(Density density = {});  // 144 x 16 on magenta
 
 protected:
     void Resized() override { UserControl_Resize(); }
@@ -49,6 +49,7 @@ protected:
 private:
     void UserControl_Initialize();
     void UserControl_Terminate();
+    void TakeDensity();
     void ApplyBackColor();
     // A surface to work on beside `Picture`: a mask, all black, or one that begins like the picture's
     // background. Nothing if there is no picture to work on.

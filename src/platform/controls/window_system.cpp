@@ -16,4 +16,9 @@ WindowSystem& TheWindows() {
 
 bool HasWindows() { return current != nullptr; }
 
+Density DensityOf(Control& control) {
+    Form* const form = control.OwnerForm();
+    return form && current ? Density::ForScale(current->ScaleOf(*form)) : Density();
+}
+
 void InstallWindows(WindowSystem* windows) { current = windows; }

@@ -39,4 +39,7 @@ public:
 // The one in use; there is none before a backend was installed.
 WindowSystem& TheWindows();
 bool HasWindows();
+
+// Of the screen on which the control's form stands; one pixel a unit without a form.
+Density DensityOf(Control& control);
 void InstallWindows(WindowSystem* windows);

@@ -144,7 +144,7 @@ TEST(DrawBoard, IsTheLiteralSequenceAfterAnyChange) {
         Screen screen(board);
         play.NewGame(board);
         std::string story;
-        for (int step = 0; step < 60; ++step) {
+        for (int step = 0; step < 60 / density.PerUnit(); ++step) {
             for (int changes = 1 + play.Below(2); changes > 0; --changes)
                 story = story + ", " + play.Change(board, background, screen);
             Surface expected(board.Width(), board.Height());
