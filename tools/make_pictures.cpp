@@ -12,9 +12,9 @@ struct Picture {
 };
 
 constexpr Picture Pictures[] = {
-    {"Aquario", pictures::Aquarium},
+    {"Aquário", pictures::Aquarium},
     {"Azulejos", pictures::Tiles},
-    {"Baloes sobre os campos", pictures::Balloons},
+    {"Balões sobre os campos", pictures::Balloons},
     {"Casario na encosta", pictures::HillsideHouses},
     {"Cidade ao entardecer", pictures::CityAtDusk},
     {"Colcha de retalhos", pictures::Quilt},

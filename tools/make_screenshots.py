@@ -13,7 +13,7 @@ sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
 from desktop import Game, Saved, Screen, run, solve  # noqa: E402
 
 
-COLOURFUL = ("Aquario", "Baloes", "Casario", "Jardim")
+COLOURFUL = ("Aquário", "Balões", "Casario", "Jardim")
 
 
 def take(screen, name):
