@@ -22,7 +22,4 @@ Canvas Tiles();
 Canvas Toucan();
 Canvas HillsideHouses();
 
-// Things that several pictures show.
-void DrawPine(Canvas& canvas, paint::Vec foot, double height, paint::Rgb colour, uint32_t seed);
-
 }  // namespace pictures
