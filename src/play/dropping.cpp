@@ -43,7 +43,7 @@ void frmMain::WinGame() {
     GameRunning = false;
     Timer1.SetEnabled(false);
     PlayWave(*mnuSounds, WaveComplete);
-    TheDesktop().AwaitFrame();  // the last piece is seen in its place before the box covers it
+    TheDesktop().PaintNow();  // the last piece is seen in its place before the box covers it
     MsgBox("Jogo Completo", Exclamation, "Parabéns!!");
 }
 

@@ -72,9 +72,9 @@ void frmMain::SetUpright(int index) {
     while (Pieces[size_t(index)].Rotation != 0) RotatePiece(int16_t(index), Surfaces.picTmp);
 }
 
-// Each frame is really seen, at the pace of the display.
+// Each frame is really painted, and nothing waits: the pace is the machine's.
 void frmMain::ShowFrame() {
     ComposeBoard();
-    TheDesktop().AwaitFrame();
+    TheDesktop().PaintNow();
     DoEvents(Yield::Everything);
 }

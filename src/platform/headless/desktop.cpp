@@ -120,7 +120,7 @@ void HeadlessDesktop::SleepUntil(double seconds) {
     now_ = seconds;
 }
 
-void HeadlessDesktop::AwaitFrame() {
+void HeadlessDesktop::PaintNow() {
     ++frames;
     if (onFrame) onFrame();
 }

@@ -23,7 +23,7 @@ public:
     std::deque<std::function<std::optional<Color>(Color initial, std::span<Color, 16> custom)>> colorAnswers;
     // Runs when a box or a dialog opens, before it is answered (events that arrive meanwhile).
     std::function<void()> whileModal;
-    // Runs at every AwaitFrame.
+    // Runs at every PaintNow.
     std::function<void()> onFrame;
     // Volumes and the program's file.
     std::vector<Volume> volumes{{"/", "/"}};
@@ -85,7 +85,7 @@ public:
     void TimerChanged(Timer& timer, bool dying) override;
     double SteadySeconds() override;
     void SleepUntil(double seconds) override;
-    void AwaitFrame() override;
+    void PaintNow() override;
     [[noreturn]] void End() override;
     MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) override;
     std::optional<std::string> FileDialog(const FileDialogRequest& request) override;

@@ -222,13 +222,11 @@ void QtDesktop::SleepUntil(double seconds) {
     if (left > 0) std::this_thread::sleep_for(std::chrono::duration<double>(left));
 }
 
-void QtDesktop::AwaitFrame() {
+// The paints that are due, which would else wait for the message loop and there become one with those of the next
+// drawing.
+void QtDesktop::PaintNow() {
     for (FormWindow* window : FormWindow::All())
         if (window->isVisible()) QCoreApplication::sendPostedEvents(window, QEvent::UpdateRequest);
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const double rate = screen ? std::clamp(screen->refreshRate(), 30.0, 240.0) : 60.0;
-    SleepUntil(lastFrame_ + 1 / rate);
-    lastFrame_ = SteadySeconds();
 }
 
 // Nothing is torn down: a sound daemon that hangs, or a form in mid-routine, can't hold the end up.

@@ -45,7 +45,7 @@ public:
     void TimerChanged(Timer& timer, bool dying) override;
     double SteadySeconds() override;
     void SleepUntil(double seconds) override;
-    void AwaitFrame() override;
+    void PaintNow() override;
     [[noreturn]] void End() override;
 
     MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) override;
@@ -93,7 +93,6 @@ private:
     std::vector<ModalLoop> modal_;  // innermost last
     const Form* active_ = nullptr;  // the form that was told last that it is active
     int discarding_ = 0;            // yields under way in which input is thrown away
-    double lastFrame_ = 0;
     std::optional<Decoded> decoded_;  // during a yield, not yet asked for
     QString skin_;
     QtSound sound_;

@@ -46,8 +46,7 @@ public:
     virtual void TimerChanged(Timer& timer, bool dying) = 0;
     virtual double SteadySeconds() = 0;           // of a clock that never jumps
     virtual void SleepUntil(double seconds) = 0;  // of the same clock; delivers nothing, burns nothing
-    virtual void AwaitFrame() = 0;                // everything drawn so far is really on the screen; at most
-                                                  // once a refresh of the display
+    virtual void PaintNow() = 0;                  // brings all that was drawn so far to the screen; waits for nothing
     [[noreturn]] virtual void End() = 0;          // ends the process at once
 
     // Boxes and dialogs, all modal.

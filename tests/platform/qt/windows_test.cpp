@@ -123,6 +123,23 @@ TEST_F(Windows, AYieldForPaintsThrowsInputAway) {
     EXPECT_EQ(log, "down1@30,40 ");
 }
 
+TEST_F(Windows, EveryFrameIsPaintedAndNothingWaitsForTheNext) {
+    struct Paints : QObject {
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override { return count += event->type() == QEvent::Paint, false; }
+    } paints;
+    Show();
+    Board().installEventFilter(&paints);
+    const double start = SteadySeconds();
+    for (int x = 0; x < 100; ++x) {
+        SetPixel(box.Image, 30 + x, 30, 0);
+        box.Image.Refresh();
+        fixture.desktop.PaintNow();
+    }
+    EXPECT_EQ(paints.count, 100);
+    EXPECT_LT(SteadySeconds() - start, 0.7);  // a display takes 1.7 seconds for as many
+}
+
 TEST_F(Windows, WheelTurnsAreDeliveredInWholeNotches) {
     box.Wheel = [this](int x, int y) { log += std::to_string(x) + "," + std::to_string(y) + " "; };
     Show();
