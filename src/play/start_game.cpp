@@ -64,8 +64,6 @@ bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) 
         frmThumbs::SetSize(*game->picture, Picture1, imgMaster);
         ShowMiniature();
         gameBuilt_ = true;
-    } else {
-        Timer1.SetEnabled(GameRunning);
     }
     SetPointer(MousePointer::Default);
     return game && !tooSmall;
