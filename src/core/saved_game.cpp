@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "core/code_page.h"
-#include "core/fitting.h"
 
 namespace PuzzleModule {
 
@@ -95,6 +94,18 @@ bool TakeNumbers(std::string_view& rest, T&... numbers) {
     return (TakeNumber(rest, numbers) && ...);
 }
 
+// The lines of the pieces. None if one of them is missing or bad.
+std::vector<SavedPiece> TakePieces(std::string_view rest, int16_t upperBound) {
+    std::vector<SavedPiece> pieces;
+    if (upperBound >= MostPieces) return pieces;
+    for (int i = 0; i <= upperBound; ++i) {
+        SavedPiece p{};
+        if (!TakeNumbers(rest, p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex)) return {};
+        pieces.push_back(p);
+    }
+    return pieces;
+}
+
 // Line 1 holds the seconds and nothing else.
 bool TakeSeconds(std::string_view& rest, int32_t& seconds) {
     auto line = TakeLine(rest);
@@ -116,29 +127,23 @@ bool SizesBelongTogether(const LevelSizes& sizes) {
            sizes.CellSize == 11 * sizes.TileUnit && sizes.ScatterGap >= 1 && sizes.ScatterGap <= 3;
 }
 
-// The grid of the game: that of the picture's size, or, where the number of pieces is another, that of
-// the pieces' own rows and columns if they make up the number.
-std::optional<std::pair<int, int>> GridOf(const SavedGame& game) {
-    const auto fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize);
-    if (!fit) return std::nullopt;
-    const auto count = int64_t(game.Pieces.size());
-    if (int64_t(fit->GridCols) * fit->GridRows == count) return std::pair<int, int>{fit->GridCols, fit->GridRows};
-    int cols = 0, rows = 0;
-    for (const SavedPiece& piece : game.Pieces) {
-        cols = std::max(cols, piece.Col + 1);
-        rows = std::max(rows, piece.Row + 1);
+// Columns and rows of the pieces themselves.
+Size GridOf(const std::vector<SavedPiece>& pieces) {
+    Size grid;
+    for (const SavedPiece& piece : pieces) {
+        grid.width = std::max(grid.width, piece.Col + 1);
+        grid.height = std::max(grid.height, piece.Row + 1);
     }
-    if (int64_t(cols) * rows != count) return std::nullopt;
-    return std::pair{cols, rows};
+    return grid;
 }
 
 // Every cell of the grid has one piece, with the number that belongs to the cell.
-bool PiecesFillGrid(const std::vector<SavedPiece>& pieces, int cols, int rows) {
+bool PiecesFillGrid(const std::vector<SavedPiece>& pieces, Size grid) {
+    if (int64_t(grid.width) * grid.height != int64_t(pieces.size())) return false;
     std::vector<bool> seen(pieces.size());
     for (const SavedPiece& piece : pieces) {
-        if (piece.Col < 0 || piece.Col >= cols || piece.Row < 0 || piece.Row >= rows) return false;
-        if (piece.Rotation < 0 || piece.Rotation > 3) return false;
-        if (piece.PieceId != piece.Row * cols + piece.Col || seen[size_t(piece.PieceId)]) return false;
+        if (piece.Col < 0 || piece.Row < 0 || piece.Rotation < 0 || piece.Rotation > 3) return false;
+        if (piece.PieceId != piece.Row * grid.width + piece.Col || seen[size_t(piece.PieceId)]) return false;
         seen[size_t(piece.PieceId)] = true;
     }
     return true;
@@ -190,27 +195,25 @@ std::optional<SavedGame> ParseSavedGame(std::string_view bytes, bool (*fileExist
     if (!TakeNumbers(bytes, game.GameLevel, game.PictureWidth, game.PictureHeight, game.Sizes.TileSize,
                      game.Sizes.CellSize, game.Sizes.TileUnit, game.Sizes.ScatterGap, upperBound))
         return std::nullopt;
-    if (upperBound < 0 || upperBound >= MostPieces) return std::nullopt;
-    for (int i = 0; i <= upperBound; ++i) {
-        SavedPiece p{};
-        if (!TakeNumbers(bytes, p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex)) return std::nullopt;
-        game.Pieces.push_back(p);
-    }
+    game.Pieces = TakePieces(bytes, upperBound);
     game.PicturePath = ReadPath(*path, fileExists);
     return game;
 }
 
-bool IsConsistent(const SavedGame& game, int& cols, int& rows) {
-    if (LevelName(game.GameLevel).empty() || !SizesBelongTogether(game.Sizes)) return false;
-    if (game.ElapsedSeconds < 0 || game.PictureWidth <= 0 || game.PictureHeight <= 0) return false;
+std::optional<Fit> FitOfHeader(const SavedGame& game) {
+    if (!SizesBelongTogether(game.Sizes) || game.ElapsedSeconds < 0) return std::nullopt;
+    if (game.PictureWidth <= 0 || game.PictureHeight <= 0) return std::nullopt;
+    return FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize);
+}
+
+std::optional<Fit> FitOfPieces(const SavedGame& game) {
+    const std::optional<Fit> reckoned = FitOfHeader(game);
     const int64_t tilePixels = int64_t(game.Sizes.TileSize) * game.Sizes.TileSize;
-    if (int64_t(game.Pieces.size()) * tilePixels > MostSurfacePixels) return false;
-    const auto grid = GridOf(game);
-    if (!grid || grid->first < 2 || grid->second < 2) return false;
-    if (!PiecesFillGrid(game.Pieces, grid->first, grid->second)) return false;
-    cols = grid->first;
-    rows = grid->second;
-    return true;
+    if (!reckoned || int64_t(game.Pieces.size()) * tilePixels > MostSurfacePixels) return std::nullopt;
+    const Size grid = GridOf(game.Pieces);
+    if (grid.width < 2 || grid.height < 2 || !PiecesFillGrid(game.Pieces, grid)) return std::nullopt;
+    if (grid == Size{reckoned->GridCols, reckoned->GridRows}) return reckoned;
+    return FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize, grid.width, grid.height);
 }
 
 }  // namespace PuzzleModule

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/fitting.h"
 #include "core/game_state.h"
 
 namespace PuzzleModule {
@@ -33,14 +34,18 @@ bool SortPieces();
 // Every byte of the file. Nothing if the path cannot be written (a line break in it).
 std::optional<std::string> FormatSavedGame(const SavedGame& game);
 
-// Reads the header and the piece lines; LF is accepted as well as CR LF. Nothing if it ends early,
-// holds something that is no number, or a number out of its range. `fileExists` chooses between
-// the two readings of the path: from Windows-1252, or as the bytes it is.
+// Reads the header and the piece lines; LF is accepted as well as CR LF. Nothing if the header ends early,
+// holds something that is no number, or a number out of its range; a game without pieces if only their lines
+// do. `fileExists` chooses between the two readings of the path: from Windows-1252, or as the bytes it is.
 std::optional<SavedGame> ParseSavedGame(std::string_view bytes, bool (*fileExists)(const std::string& path));
 
-// True if the numbers make one game: known level, sizes of one of the five sets, picture
-// size positive and in range, Rotation 0 to 3, each PieceId once, Row and Col those of that
-// piece in a grid that has exactly as many cells. On success `cols` and `rows` hold that grid.
-bool IsConsistent(const SavedGame& game, int& cols, int& rows);
+// What the header alone says: the picture in the grid reckoned from its saved size, which may be too small for
+// a game. Nothing if its numbers belong to no game: sizes of none of the five sets, a picture size that is not
+// positive or makes a grid beyond 16 bits.
+std::optional<Fit> FitOfHeader(const SavedGame& game);
+
+// The picture in the grid of the pieces. Nothing if header and pieces don't make one game: a grid of at least two
+// by two, every cell with its one piece, Rotation 0 to 3.
+std::optional<Fit> FitOfPieces(const SavedGame& game);
 
 }  // namespace PuzzleModule

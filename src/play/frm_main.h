@@ -123,9 +123,9 @@ private:
         Density density;  // of the screen on which the window stands
         std::shared_ptr<const Picture> picture;
     };
-    std::optional<NewGame> PlanGame(const std::string& path, std::optional<PuzzleModule::Fit> fit, Size natural);
+    std::optional<NewGame> PlanGame(const std::string& path, const std::optional<PuzzleModule::Fit>& fit);
     std::optional<NewGame> PlanNewGame(const std::string& path);
-    std::optional<NewGame> PlanRestoredGame(const PuzzleModule::SavedGame& game, int cols, int rows);
+    static std::optional<Size> ScreenSize();
 
     static constexpr Size MiniaturePanel{159, 118};  // Picture1
 

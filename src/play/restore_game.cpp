@@ -1,7 +1,8 @@
 // Saving the game on the board, and taking a saved one up again.
 //
 // A saved game is read whole and checked, its picture included, before anything is stored: a file
-// that cannot be played leaves the game on the board as it was.
+// that cannot be played leaves the game on the board as it was. What the player sees follows from the
+// header alone, whatever becomes of the pieces.
 #include "browser/frm_thumbs.h"
 #include "core/game_state.h"
 #include "core/mask_strip.h"
@@ -23,25 +24,9 @@ void SaveTo(const std::string& path) {
     [[maybe_unused]] const bool written = bytes && WriteFileAtomically(path, *bytes);
 }
 
-struct CheckedGame {
-    SavedGame game;
-    int cols = 0, rows = 0;
-};
-
-std::optional<CheckedGame> ReadSavedGame(const std::string& path) {
+std::optional<SavedGame> ReadSavedGame(const std::string& path) {
     const std::optional<std::string> bytes = ReadFile(path);
-    if (!bytes) return std::nullopt;
-    std::optional<SavedGame> game = ParseSavedGame(*bytes, &FileExists);
-    if (!game) return std::nullopt;
-    int cols = 0, rows = 0;
-    if (!IsConsistent(*game, cols, rows)) {
-        // A picture of less than two by two cells has a message of its own.
-        const auto fit = FitRestoredGame(game->PictureWidth, game->PictureHeight, game->Sizes.CellSize);
-        if (!fit || !fit->TooSmall(game->Sizes.CellSize)) return std::nullopt;
-        cols = fit->GridCols;
-        rows = fit->GridRows;
-    }
-    return CheckedGame{std::move(*game), cols, rows};
+    return bytes ? ParseSavedGame(*bytes, &FileExists) : std::nullopt;
 }
 
 }  // namespace
@@ -79,50 +64,35 @@ void frmMain::RestoreGame(const std::string& Path) {
     picStatus.SetVisible(false);
     Timer1.SetEnabled(false);
     SetPointer(MousePointer::Hourglass);
-    const std::optional<CheckedGame> saved = ReadSavedGame(Path);
-    if (!saved) return;
-    const SavedGame& game = saved->game;
-    if (!FileExists(game.PicturePath)) {
-        MsgBox("O arquivo " + game.PicturePath + " não foi encontrado");
+    const std::optional<SavedGame> game = ReadSavedGame(Path);
+    if (!game) return;
+    if (!FileExists(game->PicturePath)) {
+        MsgBox("O arquivo " + game->PicturePath + " não foi encontrado");
         return;
     }
 
     ClearBoard();
     Centralize();
     SetState(WindowState::Maximized);
-    const std::optional<NewGame> plan = PlanRestoredGame(game, saved->cols, saved->rows);
-    if (!plan) return;
-    if (plan->fit.TooSmall(game.Sizes.CellSize)) {
-        MsgBox("A imagem selecionada é muito pequena!", Critical);
-        return;
-    }
+    const std::optional<Fit> fit = FitOfPieces(*game);
+    const std::optional<NewGame> plan = PlanGame(game->PicturePath, fit ? fit : FitOfHeader(*game));
+    if (plan && plan->fit.TooSmall(game->Sizes.CellSize)) MsgBox("A imagem selecionada é muito pequena!", Critical);
+    if (!plan || !fit) return;
 
-    ElapsedSeconds = game.ElapsedSeconds;
-    PicturePath = BoardPicturePath = game.PicturePath;
-    ChosenLevel = GameLevel = game.GameLevel;
-    SetSizes(game.Sizes);
+    ElapsedSeconds = game->ElapsedSeconds;
+    PicturePath = BoardPicturePath = game->PicturePath;
+    ChosenLevel = GameLevel = game->GameLevel;
+    SetSizes(game->Sizes);
     TakeOver(*plan, false);
     SetState(WindowState::Maximized);
     frmThumbs::SetSize(*plan->picture, Picture1, imgMaster);
     ShowMiniature();
     DoEvents(Yield::PaintsAndTimers);  // the clock is off and input is discarded: nothing looks at the old pieces
     CutPieces(Surfaces.picMaster, Surfaces.picMasks[1], Surfaces.picPat);
-    LayOutSavedPieces(game);
+    LayOutSavedPieces(*game);
     PickedPiece = -1;
     ComposeBoard();
     RunGame();
-}
-
-// The saved size of the picture is taken as it is. Where the grid reckoned from it is not that of the
-// pieces, as after many rounds of saving and fitting, the picture is fitted into theirs.
-std::optional<frmMain::NewGame> frmMain::PlanRestoredGame(const SavedGame& game, int cols, int rows) {
-    const std::optional<Size> natural = ::PictureSize(game.PicturePath);
-    const int cell = game.Sizes.CellSize;
-    if (!natural) return std::nullopt;
-    std::optional<Fit> fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, cell);
-    if (!fit || fit->GridCols != cols || fit->GridRows != rows)
-        fit = FitRestoredGame(game.PictureWidth, game.PictureHeight, cell, cols, rows);
-    return PlanGame(game.PicturePath, fit, *natural);
 }
 
 // The pieces come upright and in row-major order from the cutting; each is turned until it stands

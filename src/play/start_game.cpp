@@ -70,9 +70,10 @@ bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) 
 }
 
 // Decodes the picture no larger than it will be painted, on picMaster or in the miniature.
-std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, std::optional<Fit> fit, Size natural) {
-    if (!fit) return std::nullopt;
-    const std::optional<MiniatureFit> miniature = FitMiniature(natural, MiniaturePanel.width, MiniaturePanel.height);
+std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, const std::optional<Fit>& fit) {
+    const std::optional<Size> natural = ::PictureSize(path);
+    if (!fit || !natural) return std::nullopt;
+    const std::optional<MiniatureFit> miniature = FitMiniature(*natural, MiniaturePanel.width, MiniaturePanel.height);
     if (!miniature) return std::nullopt;
     const Density density = DensityOf(*this);
     const Size atLeast{std::max<int>(fit->PictureWidth, int(miniature->Width) + 1),
@@ -83,14 +84,18 @@ std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, std::
 }
 
 std::optional<frmMain::NewGame> frmMain::PlanNewGame(const std::string& path) {
-    const std::optional<Size> natural = PictureSize(path);
-    if (!natural || CellSize <= 0) return std::nullopt;
-    // The screen's width and height are whole pixels, read anew.
+    const std::optional<Size> natural = ::PictureSize(path), screen = ScreenSize();
+    if (!natural || !screen || CellSize <= 0) return std::nullopt;
+    return PlanGame(path, FitNewGame(*natural, CellSize, screen->width, screen->height));
+}
+
+// The screen as it is now, in whole pixels.
+std::optional<Size> frmMain::ScreenSize() {
     Desktop& desktop = TheDesktop();
     const std::optional<int16_t> sw = CInt16(desktop.ScreenWidth() / desktop.ScreenTwipsPerPixelX());
     const std::optional<int16_t> sh = CInt16(desktop.ScreenHeight() / desktop.ScreenTwipsPerPixelY());
     if (!sw || !sh) return std::nullopt;
-    return PlanGame(path, FitNewGame(*natural, CellSize, *sw, *sh), *natural);
+    return Size{*sw, *sh};
 }
 
 void frmMain::ClearBoard() {

@@ -35,8 +35,12 @@ std::string Text(const std::function<void(SavedGame&)>& change = [](SavedGame&) 
     return FormatSavedGame(game).value_or("");
 }
 
-int cols, rows;  // as IsConsistent found them last
-bool Consistent(const SavedGame& game) { return IsConsistent(game, cols, rows); }
+// The grid in which a game is taken; {0, 0} if it is refused.
+Size TakenGrid(const SavedGame& game) {
+    const auto fit = FitOfPieces(game);
+    return fit ? Size{fit->GridCols, fit->GridRows} : Size{};
+}
+bool Taken(const SavedGame& game) { return TakenGrid(game) != Size{}; }
 
 TEST(FormatSavedGame, WritesEveryByte) {
     EXPECT_EQ(Text(),
@@ -68,11 +72,10 @@ TEST(ParseSavedGame, RefusesBrokenFiles) {
         std::string text = good;
         return text.replace(text.find(from), from.size(), to);
     };
-    const std::pair<const char*, std::string> broken[] = {
+    const std::pair<const char*, std::string> headers[] = {
         {"empty", ""},
         {"no path", " 125 \r\n"},
         {"ends in the header", good.substr(0, good.find(" 44"))},
-        {"ends in the pieces", good.substr(0, good.rfind(" 3  5"))},
         {"seconds with letters", with(" 125 ", " 12x ")},
         {"two numbers in line 1", with(" 125 ", " 125  7 ")},
         {"seconds beyond 32 bits", with(" 125 ", " 2147483648 ")},
@@ -82,15 +85,23 @@ TEST(ParseSavedGame, RefusesBrokenFiles) {
         {"lone minus", with(" 84 ", " - ")},
         {"width beyond 16 bits", with(" 84 ", " 32768 ")},
         {"bound beyond 16 bits", with(" 3 \r\n-11", " 40000 \r\n-11")},
-        {"bound without pieces", with(" 3 \r\n-11", "-1 \r\n-11")},
-        {"bound of more pieces than there are", with(" 3 \r\n-11", " 32766 \r\n-11")},
-        {"X beyond 16 bits", with("-11 ", "-32769 ")},
-        {"mask that is no number", with("-11  22  0  0  2  0  4", "-11  22  0  0  2  0  q")},
         {"zero byte in the path", with("praia", std::string("pr\0ia", 5))},
         {"zero byte among numbers", with(" 84 ", std::string(" 8\0004 ", 5))},
     };
-    ASSERT_TRUE(ParseSavedGame(good, NoFile));
-    for (const auto& [what, text] : broken) EXPECT_FALSE(ParseSavedGame(text, NoFile)) << what;
+    for (const auto& [what, text] : headers) EXPECT_FALSE(ParseSavedGame(text, NoFile)) << what;
+    const std::pair<const char*, std::string> pieces[] = {
+        {"missing", good.substr(0, good.find("-11"))},
+        {"ending early", good.substr(0, good.rfind(" 3  5"))},
+        {"bound to none", with(" 3 \r\n-11", "-1 \r\n-11")},
+        {"bound to more than there are", with(" 3 \r\n-11", " 32767 \r\n-11")},
+        {"X beyond 16 bits", with("-11 ", "-32769 ")},
+        {"mask that is no number", with("-11  22  0  0  2  0  4", "-11  22  0  0  2  0  q")},
+    };
+    for (const auto& [what, text] : pieces) {
+        const auto game = ParseSavedGame(text, NoFile);
+        EXPECT_TRUE(game && game->PictureHeight == 80 && game->Pieces.empty()) << what;
+    }
+    EXPECT_EQ(ParseSavedGame(good, NoFile)->Pieces.size(), 4u);
 }
 
 TEST(ParseSavedGame, TakesTheReadingOfThePathUnderWhichAFileExists) {
@@ -115,14 +126,13 @@ TEST(ParseSavedGame, AcceptsTheGamesFromWhichTheFuzzerStarts) {
         const auto bytes = ReadFile(std::string(FENTO_SOURCE_DIR "/tests/data/") + name + ".pzl");
         ASSERT_TRUE(bytes) << name;
         const auto game = ParseSavedGame(*bytes, NoFile);
-        ASSERT_TRUE(game && Consistent(*game)) << name;
+        ASSERT_TRUE(game && Taken(*game)) << name;
         EXPECT_EQ(FormatSavedGame(*game), *bytes) << name;
     }
 }
 
-TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
+TEST(FitOfPieces, RefusesNumbersThatMakeNoGame) {
     const std::pair<const char*, std::function<void(SavedGame&)>> changes[] = {
-        {"level 2", [](SavedGame& g) { g.GameLevel = 2; }},
         {"negative seconds", [](SavedGame& g) { g.ElapsedSeconds = -1; }},
         {"tile of another set", [](SavedGame& g) { g.Sizes.TileSize = 100; }},
         {"cell of another set", [](SavedGame& g) { g.Sizes.CellSize = 55; }},
@@ -147,41 +157,20 @@ TEST(IsConsistent, RefusesNumbersThatMakeNoGame) {
     };
     for (const auto& [what, change] : changes) {
         SavedGame game = Sample();
-        ASSERT_TRUE(Consistent(game));
+        ASSERT_TRUE(Taken(game));
         change(game);
-        EXPECT_FALSE(Consistent(game)) << what;
+        EXPECT_FALSE(Taken(game)) << what;
     }
 }
 
-TEST(IsConsistent, TakesTheGridOfThePiecesWhereThePictureHasOutgrownIt) {
+TEST(FitOfPieces, TakesAnyLevelAnyOrderAndAPictureThatHasOutgrownItsGrid) {
     SavedGame game = Sample();
-    game.PictureWidth = 88;                     // two whole cells: reckoned anew it would get three
-    std::swap(game.Pieces[0], game.Pieces[3]);  // by PieceId, whatever the order
-    EXPECT_TRUE(Consistent(game) && cols == 2 && rows == 2) << cols << " x " << rows;
-}
-
-TEST(IsConsistent, TakesTheLargestGamesOfALargeScreenAndNoneThatFillTheMemory) {
-    const auto game = [](int16_t level, const LevelSizes& sizes, Size grid) {
-        SavedGame made = Sample();
-        made.GameLevel = level;
-        made.Sizes = sizes;
-        made.PictureWidth = int16_t(grid.width * sizes.CellSize - 2);
-        made.PictureHeight = int16_t(grid.height * sizes.CellSize - 2);
-        made.Pieces.clear();
-        for (int i = 0; i < grid.width * grid.height; ++i)
-            made.Pieces.push_back({0, 0, int16_t(i % grid.width), int16_t(i / grid.width), 0, int16_t(i), 0});
-        return made;
-    };
-    for (const int16_t level : std::initializer_list<int16_t>{0, 1, 3, 4, 5})
-        for (const Size photo : {Size{6000, 4000}, {3000, 4000}, {20000, 2000}, {30000, 300}, {200, 9000}}) {
-            const LevelSizes sizes = *SizesOfLevel(level, 7680);
-            const auto fit = FitNewGame(photo, sizes.CellSize, 7680, 4320);
-            ASSERT_TRUE(fit);
-            EXPECT_TRUE(Consistent(game(level, sizes, {fit->GridCols, fit->GridRows})))
-                << level << ": " << fit->GridCols << " x " << fit->GridRows;
-        }
-    EXPECT_FALSE(Consistent(game(0, *SizesOfLevel(0, 7680), {40, 40})));
-    EXPECT_FALSE(Consistent(game(5, *SizesOfLevel(5, 7680), {180, 180})));
+    game.PictureWidth = 88;  // two whole cells: reckoned anew it would get three
+    std::swap(game.Pieces[0], game.Pieces[3]);
+    for (const int16_t level : std::initializer_list<int16_t>{-32768, 2, 6, 32767}) {
+        game.GameLevel = level;
+        EXPECT_TRUE(Taken(game)) << level;
+    }
 }
 
 TEST(GameToSave, IsTheSortedBoardUnderThePictureItWasCutFrom) {
@@ -192,7 +181,7 @@ TEST(GameToSave, IsTheSortedBoardUnderThePictureItWasCutFrom) {
     BoardPicturePath = "/cut.jpg";
     std::ranges::reverse(Pieces);
     const auto saved = GameToSave();
-    ASSERT_TRUE(saved && Consistent(*saved));
+    ASSERT_TRUE(saved && Taken(*saved));
     EXPECT_EQ(saved->PicturePath, "/cut.jpg");
     EXPECT_TRUE(std::ranges::is_sorted(saved->Pieces, {}, &SavedPiece::PieceId));
     EXPECT_EQ(Pieces[0].PieceId, 5) << "the board itself is not touched";
@@ -207,7 +196,7 @@ TEST(SortPieces, OfAGridBeyond100ColumnsStillLoads) {
     PictureHeight = 62;
     ASSERT_TRUE(SortPieces());
     EXPECT_NE(Pieces[101].PieceId, 101);
-    EXPECT_TRUE(Consistent(*GameToSave()) && cols == 104) << cols;
+    EXPECT_EQ(TakenGrid(*GameToSave()), (Size{104, 2}));
 }
 
 }  // namespace

@@ -17,16 +17,16 @@ void Require(bool held) {
 }
 
 void CheckAccepted(const SavedGame& game, bool (*fileExists)(const std::string&)) {
-    int cols = 0, rows = 0;
-    if (IsConsistent(game, cols, rows))
-        Require(int64_t(cols) * rows == int64_t(game.Pieces.size()) && cols > 1 && rows > 1);
+    const auto fit = FitOfPieces(game);
+    const auto cells = [](const Fit& of) { return int64_t(of.GridCols) * of.GridRows; };
+    if (fit) Require(cells(*fit) == int64_t(game.Pieces.size()) && !fit->TooSmall(game.Sizes.CellSize));
     const auto text = FormatSavedGame(game);
     if (!text) return Require(game.PicturePath.find_first_of("\r\n") != std::string::npos);
     const auto again = ParseSavedGame(*text, fileExists);
     Require(again && again->ElapsedSeconds == game.ElapsedSeconds && again->Sizes == game.Sizes);
     Require(FormatSavedGame(*again) == text || again->PicturePath != game.PicturePath);
-    int colsAgain = 0, rowsAgain = 0;
-    Require(IsConsistent(*again, colsAgain, rowsAgain) == (cols > 0) && colsAgain == cols && rowsAgain == rows);
+    const auto fitAgain = FitOfPieces(*again);
+    Require(fitAgain.has_value() == fit.has_value() && (!fit || fitAgain->PictureRect() == fit->PictureRect()));
 }
 
 }  // namespace

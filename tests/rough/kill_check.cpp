@@ -51,8 +51,8 @@ int32_t SecondsOf(const std::string& path) {
     const auto bytes = ReadFile(path);
     if (!bytes) Fail(path + " is gone");
     const auto game = ParseSavedGame(*bytes, [](const std::string&) { return true; });
-    int cols = 0, rows = 0;
-    if (!game || !IsConsistent(*game, cols, rows) || cols != Cols || rows != Rows)
+    const auto fit = game ? FitOfPieces(*game) : std::nullopt;
+    if (!fit || fit->GridCols != Cols || fit->GridRows != Rows)
         Fail(path + " is no whole game, " + std::to_string(bytes->size()) + " bytes");
     for (const SavedPiece& piece : game->Pieces)
         if (piece.X != PlaceAt(game->ElapsedSeconds, piece.PieceId, 7) ||
