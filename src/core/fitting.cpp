@@ -38,14 +38,6 @@ std::optional<bool> Scale(Work& work, double factor) {
     return changed;
 }
 
-// The largest number of cells a picture may cover.
-std::optional<int16_t> CellLimit(int cellSize, int screenWidth, int screenHeight) {
-    const auto sw = CInt16(screenWidth), sh = CInt16(screenHeight);
-    if (!sw || !sh) return std::nullopt;
-    const auto cells = CInt16((double(*sw) / cellSize) * (double(*sh) / cellSize));
-    return cells ? CInt16(*cells / ScreenShare) : std::nullopt;
-}
-
 // Reduces the picture until it covers no more than `limit` cells, or no longer changes: tiny
 // sides round back to themselves.
 bool Reduce(Work& work, int cellSize, int16_t limit) {
@@ -105,6 +97,13 @@ std::optional<Fit> Finish(Work& work, int cellSize, const Factors& factors) {
 
 Rect Fit::FrameRect() const { return Centred(MasterWidth, MasterHeight, FrameWidth, FrameHeight); }
 Rect Fit::PictureRect() const { return Centred(MasterWidth, MasterHeight, PictureWidth, PictureHeight); }
+
+std::optional<int16_t> CellLimit(int cellSize, int screenWidth, int screenHeight) {
+    const auto sw = CInt16(screenWidth), sh = CInt16(screenHeight);
+    if (!sw || !sh) return std::nullopt;
+    const auto cells = CInt16((double(*sw) / cellSize) * (double(*sh) / cellSize));
+    return cells ? CInt16(*cells / ScreenShare) : std::nullopt;
+}
 
 std::optional<Fit> FitNewGame(Size natural, int cellSize, int screenWidth, int screenHeight) {
     if (cellSize <= 0) return std::nullopt;

@@ -18,6 +18,10 @@ struct Fit {
     bool TooSmall(int cellSize) const { return MasterWidth < 2 * cellSize || MasterHeight < 2 * cellSize; }
 };
 
+// The largest number of cells that a new picture may cover on a screen, before its grid is rounded up. Nothing if
+// the screen has more cells than 16 bits can count.
+std::optional<int16_t> CellLimit(int cellSize, int screenWidth, int screenHeight);
+
 // A new game: the picture is reduced until it covers at most 1/4.5 of the screen, each side is
 // rounded up to whole cells, the picture grown and balanced into the grid with a white frame.
 // Nothing if a number on the way does not fit 16 bits.

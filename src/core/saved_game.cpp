@@ -21,8 +21,12 @@ constexpr int MostPieces = std::numeric_limits<int16_t>::max();
 
 // Pixels that the surfaces of all pieces may take together, four bytes each. A screen of 7680 by 4320
 // makes 22 million of them from a photograph and at most 33 million from a picture of the worst shape;
-// beyond it the file is no game but a trap.
+// beyond it, and beyond what the player's own screen makes, the file is no game but a trap.
 constexpr int64_t MostSurfacePixels = int64_t{1} << 25;
+
+// By so many pixels a fitted picture can end above the last column or row that it was given: one makes the margin
+// even, two are the frame.
+constexpr int MostPixelsLost = 3;
 
 int SortKey(const PieceRec& piece) { return piece.Row * 100 + piece.Col; }
 
@@ -127,6 +131,15 @@ bool SizesBelongTogether(const LevelSizes& sizes) {
            sizes.CellSize == 11 * sizes.TileUnit && sizes.ScatterGap >= 1 && sizes.ScatterGap <= 3;
 }
 
+// True if the fitting can leave a picture of `length` in a grid of `count` cells on that side, though `reckoned`
+// cells are reckoned from it: it has grown until it fills its cells, and a whole number of cells gets one more; or
+// it hardly reached into the last one, and the frame and an odd margin have taken it back.
+bool MayHaveCells(int count, int reckoned, int length, int cellSize) {
+    if (count == reckoned) return true;
+    if (length == count * cellSize) return true;
+    return count == reckoned + 1 && length >= reckoned * cellSize - MostPixelsLost;
+}
+
 // Columns and rows of the pieces themselves.
 Size GridOf(const std::vector<SavedPiece>& pieces) {
     Size grid;
@@ -135,6 +148,14 @@ Size GridOf(const std::vector<SavedPiece>& pieces) {
         grid.height = std::max(grid.height, piece.Row + 1);
     }
     return grid;
+}
+
+// The grid of a new picture is rounded up by no more than a cell on each side.
+bool FitsMemory(const SavedGame& game, Size grid, Size screen) {
+    const int tile = game.Sizes.TileSize, cell = game.Sizes.CellSize;
+    if (int64_t(game.Pieces.size()) * tile * tile <= MostSurfacePixels) return true;
+    const std::optional<int16_t> limit = CellLimit(cell, screen.width, screen.height);
+    return limit && int64_t(grid.width - 1) * (grid.height - 1) <= *limit;
 }
 
 // Every cell of the grid has one piece, with the number that belongs to the cell.
@@ -206,14 +227,16 @@ std::optional<Fit> FitOfHeader(const SavedGame& game) {
     return FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize);
 }
 
-std::optional<Fit> FitOfPieces(const SavedGame& game) {
+std::optional<Fit> FitOfPieces(const SavedGame& game, Size screen) {
     const std::optional<Fit> reckoned = FitOfHeader(game);
-    const int64_t tilePixels = int64_t(game.Sizes.TileSize) * game.Sizes.TileSize;
-    if (!reckoned || int64_t(game.Pieces.size()) * tilePixels > MostSurfacePixels) return std::nullopt;
     const Size grid = GridOf(game.Pieces);
-    if (grid.width < 2 || grid.height < 2 || !PiecesFillGrid(game.Pieces, grid)) return std::nullopt;
+    if (!reckoned || grid.width < 2 || grid.height < 2 || !FitsMemory(game, grid, screen)) return std::nullopt;
+    const int cell = game.Sizes.CellSize;
+    if (!MayHaveCells(grid.width, reckoned->GridCols, game.PictureWidth, cell) ||
+        !MayHaveCells(grid.height, reckoned->GridRows, game.PictureHeight, cell) || !PiecesFillGrid(game.Pieces, grid))
+        return std::nullopt;
     if (grid == Size{reckoned->GridCols, reckoned->GridRows}) return reckoned;
-    return FitRestoredGame(game.PictureWidth, game.PictureHeight, game.Sizes.CellSize, grid.width, grid.height);
+    return FitRestoredGame(game.PictureWidth, game.PictureHeight, cell, grid.width, grid.height);
 }
 
 }  // namespace PuzzleModule

@@ -45,7 +45,8 @@ std::optional<SavedGame> ParseSavedGame(std::string_view bytes, bool (*fileExist
 std::optional<Fit> FitOfHeader(const SavedGame& game);
 
 // The picture in the grid of the pieces. Nothing if header and pieces don't make one game: a grid of at least two
-// by two, every cell with its one piece, Rotation 0 to 3.
-std::optional<Fit> FitOfPieces(const SavedGame& game);
+// by two to which the saved size can lead, every cell with its one piece, Rotation 0 to 3; and no more pieces than
+// any usual screen, or the one of size `screen`, can make of a picture.
+std::optional<Fit> FitOfPieces(const SavedGame& game, Size screen);
 
 }  // namespace PuzzleModule

@@ -74,7 +74,7 @@ void frmMain::RestoreGame(const std::string& Path) {
     ClearBoard();
     Centralize();
     SetState(WindowState::Maximized);
-    const std::optional<Fit> fit = FitOfPieces(*game);
+    const std::optional<Fit> fit = FitOfPieces(*game, ScreenSize().value_or(Size{}));
     const std::optional<NewGame> plan = PlanGame(game->PicturePath, fit ? fit : FitOfHeader(*game));
     if (plan && plan->fit.TooSmall(game->Sizes.CellSize)) MsgBox("A imagem selecionada é muito pequena!", Critical);
     if (!plan || !fit) return;

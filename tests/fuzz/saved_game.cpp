@@ -9,6 +9,8 @@ using namespace PuzzleModule;
 
 namespace {
 
+constexpr Size Screen{1920, 1080};
+
 bool NoFile(const std::string&) { return false; }
 bool AnyFile(const std::string&) { return true; }
 
@@ -17,7 +19,7 @@ void Require(bool held) {
 }
 
 void CheckAccepted(const SavedGame& game, bool (*fileExists)(const std::string&)) {
-    const auto fit = FitOfPieces(game);
+    const auto fit = FitOfPieces(game, Screen);
     const auto cells = [](const Fit& of) { return int64_t(of.GridCols) * of.GridRows; };
     if (fit) Require(cells(*fit) == int64_t(game.Pieces.size()) && !fit->TooSmall(game.Sizes.CellSize));
     const auto text = FormatSavedGame(game);
@@ -25,7 +27,7 @@ void CheckAccepted(const SavedGame& game, bool (*fileExists)(const std::string&)
     const auto again = ParseSavedGame(*text, fileExists);
     Require(again && again->ElapsedSeconds == game.ElapsedSeconds && again->Sizes == game.Sizes);
     Require(FormatSavedGame(*again) == text || again->PicturePath != game.PicturePath);
-    const auto fitAgain = FitOfPieces(*again);
+    const auto fitAgain = FitOfPieces(*again, Screen);
     Require(fitAgain.has_value() == fit.has_value() && (!fit || fitAgain->PictureRect() == fit->PictureRect()));
 }
 

@@ -51,7 +51,7 @@ int32_t SecondsOf(const std::string& path) {
     const auto bytes = ReadFile(path);
     if (!bytes) Fail(path + " is gone");
     const auto game = ParseSavedGame(*bytes, [](const std::string&) { return true; });
-    const auto fit = game ? FitOfPieces(*game) : std::nullopt;
+    const auto fit = game ? FitOfPieces(*game, {}) : std::nullopt;
     if (!fit || fit->GridCols != Cols || fit->GridRows != Rows)
         Fail(path + " is no whole game, " + std::to_string(bytes->size()) + " bytes");
     for (const SavedPiece& piece : game->Pieces)
