@@ -24,10 +24,21 @@ void FillRecord(PieceRec& piece, int row, int col, int id, int16_t tile) {
     piece.InGroup = 0;
 }
 
-// The square of `source` at x0, y0 in the outline of `tile`. What lies outside the source stays
-// the white of the fresh surface.
-void Stamp(Surface& piece, const Surface& source, int x0, int y0, const Surface& masks, int tile) {
+// The square of `source` at x0, y0. Right of the source and below it its edge is repeated: at 100 and 60 the outline
+// is a pixel wider than the cell, and no line of another colour is to run round the picture. On the other sides
+// the mask is black.
+void CopySquare(Surface& piece, const Surface& source, int x0, int y0) {
     BitBlt(piece, 0, 0, TileSize, TileSize, source, x0, y0, RasterOp::SrcCopy);
+    const int lastX = source.Width() - 1, lastY = source.Height() - 1;
+    const int beyondX = lastX + 1 - x0, beyondY = lastY + 1 - y0;
+    for (int x = beyondX; x < TileSize; ++x) BitBlt(piece, x, 0, 1, TileSize, source, lastX, y0, RasterOp::SrcCopy);
+    for (int y = beyondY; y < TileSize; ++y) BitBlt(piece, 0, y, TileSize, 1, source, x0, lastY, RasterOp::SrcCopy);
+    FillRect(piece, {beyondX, beyondY, TileSize - beyondX, TileSize - beyondY}, Point(source, lastX, lastY));
+}
+
+// The square in the outline of `tile`, white around it.
+void Stamp(Surface& piece, const Surface& source, int x0, int y0, const Surface& masks, int tile) {
+    CopySquare(piece, source, x0, y0);
     BitBlt(piece, 0, 0, TileSize, TileSize, masks, tile * TileSize, 0, RasterOp::MergePaint);
 }
 
