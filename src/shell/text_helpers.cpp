@@ -8,17 +8,25 @@ namespace vb5 {
 
 namespace {
 constexpr size_t LastPosition = size_t(std::numeric_limits<int16_t>::max());
-}
+
+// Bytes by which a text may grow. One that grows beyond them does not end.
+constexpr size_t MostGrowth = 1 << 20;
+}  // namespace
 
 std::string Replace(const std::string& Expression, const std::string& Find, const std::string& ReplaceWith) {
     if (Find.empty() || ReplaceWith.find(Find) != std::string::npos) return Expression;
-    const size_t limit = Expression.size() * (ReplaceWith.size() + 1);
-    std::string copy = Expression;
-    for (size_t at = copy.find(Find); at != std::string::npos; at = copy.find(Find)) {
-        copy.replace(at, Find.size(), ReplaceWith);
-        if (copy.size() > limit) return Expression;
+    // `done` holds no Find, `rest` is still to be searched, its first byte last. What is put in joins the rest, and an
+    // occurrence that begins in what is done is found with its last byte: nothing is searched twice.
+    std::string done, rest(Expression.rbegin(), Expression.rend());
+    while (!rest.empty()) {
+        done += rest.back();
+        rest.pop_back();
+        if (!done.ends_with(Find)) continue;
+        done.resize(done.size() - Find.size());
+        rest.append(ReplaceWith.rbegin(), ReplaceWith.rend());
+        if (done.size() + rest.size() > Expression.size() + MostGrowth) return Expression;
     }
-    return copy;
+    return done;
 }
 
 std::string FieldAt(std::string& Text, const std::string& Delimiter, int16_t Index) {

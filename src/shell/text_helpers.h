@@ -9,7 +9,7 @@ namespace vb5 {
 
 // Replaces the first `Find`, starting over from the beginning after each replacement, so that what
 // was put in is searched too. Returns `Expression` unchanged where that would never end: an empty
-// Find, Find inside ReplaceWith, or a text that grows beyond one replacement for each of its bytes.
+// Find, Find inside ReplaceWith, or a text that grows by more than a megabyte.
 std::string Replace(const std::string& Expression, const std::string& Find, const std::string& ReplaceWith);
 
 // The Index-th field (from 1) between delimiters. Puts the delimiter before and behind `Text` if it is

@@ -14,7 +14,9 @@ TEST(Replace, SearchesWhatItPutInAndNeverRunsForEver) {
         {"a|b|", "|", nul, "a" + nul + "b" + nul},
         {"abc", "b", "", "ac"},
         {"aXbX", "X", "YYY", "aYYYbYYY"},  // grows, but ends
-        {"abc", "B", "x", "abc"},          // case counts
+        {"aaaaab", "ab", "bba", std::string(32, 'b') + "aaaaa"},
+        {"abababba", "ba", "ab", "aaaabbbb"},
+        {"abc", "B", "x", "abc"},  // case counts
         {"abc", "", "x", "abc"},
         {"abc", "b", "abba", "abc"},   // would never end
         {"aab", "ab", "bbaa", "aab"},  // nor would this, though what is put in holds no "ab"
