@@ -1,7 +1,10 @@
 // What passes between the game and the desktop's dialogs.
 #include "shell/common_dialogs.h"
 
+#include <algorithm>
+
 #include "core/game_state.h"
+#include "platform/drawing/pixel.h"
 #include "platform/system/desktop.h"
 #include "platform/system/files.h"
 #include "platform/system/user_settings.h"
@@ -56,8 +59,11 @@ void ReadCustomColors() {
     if (stored == "Key") return;
     const std::vector<std::string> fields = vb5::Split(stored, ",");
     for (size_t i = 0; i < CustomColors.size() && i < fields.size(); ++i)
-        CustomColors[i] = ColorFromText(fields[i]).value_or(White);
+        CustomColors[i] = ToInteger(fields[i]).value_or(White);
 }
+
+// What the screen shows of a colour: one of the desktop's own is looked up, bits beyond the 24 have no meaning.
+Color ShownColor(Color color) { return ToColor(ToPixel(ResolveColor(color))); }
 
 void StoreCustomColors() {
     std::string joined;
@@ -83,7 +89,13 @@ void PrepareSavedGameDialog() {
 
 Color ShowColor(Form& /*Owner: the desktop's dialogs belong to its active window*/, Color InitialColor, bool FullOpen) {
     ReadCustomColors();
-    const Color result = TheDesktop().ColorDialog(InitialColor, FullOpen, CustomColors).value_or(-1);
+    std::array<Color, 16> shown{};
+    std::ranges::transform(CustomColors, shown.begin(), ShownColor);
+    std::array<Color, 16> chosen = shown;
+    const Color result = TheDesktop().ColorDialog(ShownColor(InitialColor), FullOpen, chosen).value_or(-1);
+    // A colour that the player has left alone goes back as it was stored.
+    for (size_t i = 0; i < chosen.size(); ++i)
+        if (chosen[i] != shown[i]) CustomColors[i] = chosen[i];
     StoreCustomColors();
     return result;
 }

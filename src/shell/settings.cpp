@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 
 #include "core/game_state.h"
+#include "platform/system/numbers.h"
 #include "platform/system/profile_file.h"
 
 namespace {
@@ -29,14 +29,13 @@ bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> lowe
 }
 
 // All of `text`, blanks round it aside, as a number with an optional sign.
-template <typename Number>
-std::optional<Number> Parsed(std::string_view text) {
+std::optional<double> ToNumber(std::string_view text) {
     text = Trimmed(text);
     const size_t sign = text.starts_with('+') || text.starts_with('-') ? 1 : 0;
     // Words such as "inf" and a second sign are no numbers here.
     if (text.size() <= sign || !((text[sign] >= '0' && text[sign] <= '9') || text[sign] == '.')) return std::nullopt;
     if (text[0] == '+') text.remove_prefix(1);
-    Number number{};
+    double number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
     return number;
@@ -60,25 +59,22 @@ bool ReadSwitch(const SettingKey& key) {
 }
 
 Color ReadColor(const SettingKey& key) {
-    const std::optional<Color> stored = ColorFromText(ModINI::ReadIni(SettingsSection, key.key, key.defaultText));
-    return stored ? *stored : ColorFromText(key.defaultText).value_or(0);
+    const std::optional<Color> stored = ToInteger(ModINI::ReadIni(SettingsSection, key.key, key.defaultText));
+    return stored ? *stored : ToInteger(key.defaultText).value_or(0);
 }
 
 std::optional<bool> ToBoolean(std::string_view text) {
     const std::string_view word = Trimmed(text);
     if (IsOneOf(word, {"true", "verdadeiro"})) return true;
     if (IsOneOf(word, {"false", "falso"})) return false;
-    const std::optional<double> number = Parsed<double>(word);
+    const std::optional<double> number = ToNumber(word);
     if (!number) return std::nullopt;
     return *number != 0;
 }
 
-std::optional<int32_t> ToInteger(std::string_view text) { return Parsed<int32_t>(text); }
-
-std::optional<Color> ColorFromText(std::string_view text) {
-    const std::optional<int32_t> number = ToInteger(text);
-    if (!number || *number < 0 || *number > 0xFFFFFF) return std::nullopt;
-    return number;
+std::optional<int32_t> ToInteger(std::string_view text) {
+    const std::optional<double> number = ToNumber(text);
+    return number ? CInt32(*number) : std::nullopt;
 }
 
 std::string TextOf(bool value) { return value ? "True" : "False"; }

@@ -36,8 +36,7 @@ Color ReadColor(const SettingKey& key);
 
 // True/False, Verdadeiro/Falso (without regard to case), or a number, 0 being false.
 std::optional<bool> ToBoolean(std::string_view text);
-// A sign or none, digits, blanks round them, all within 32 bits.
+// A number with or without sign and fraction, blanks round it, rounded as CInt rounds. Nothing if it is none or
+// does not fit 32 bits.
 std::optional<int32_t> ToInteger(std::string_view text);
-// A whole number from 0 to 0xFFFFFF.
-std::optional<Color> ColorFromText(std::string_view text);
 std::string TextOf(bool value);  // "True" or "False"

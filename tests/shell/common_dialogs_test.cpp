@@ -65,6 +65,18 @@ TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {
     EXPECT_EQ(ShowColor(owner, 0, true), 0x102030);
 }
 
+// Black, white, and two that hold more than the 24 bits of a colour that is shown.
+TEST_F(Dialogs, ColoursThatThePlayerLeavesAloneGoBackAsTheyWere) {
+    ASSERT_TRUE(SaveSetting(AppEXEName(), "cDialog", "RegColors", "0,-2147483643,16777471,-2147483643"));
+    desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
+        EXPECT_EQ((std::array{initial, custom[0], custom[1], custom[2]}), (std::array{0xFF, 0, 0xFFFFFF, 0xFF}));
+        custom[3] = 77;
+        return std::nullopt;
+    });
+    ShowColor(owner, 0x70000FF, true);
+    EXPECT_TRUE(GetSetting(AppEXEName(), "cDialog", "RegColors", "").starts_with("0,-2147483643,16777471,77,16777215"));
+}
+
 TEST_F(Dialogs, FieldsThatAreMissingOrNoColoursAreWhite) {
     constexpr Color White = 0xFFFFFF;
     const struct {
@@ -72,7 +84,7 @@ TEST_F(Dialogs, FieldsThatAreMissingOrNoColoursAreWhite) {
         std::array<Color, 4> first;  // the rest is white
     } cases[] = {{"Key", {White, White, White, White}},
                  {"1,2", {1, 2, White, White}},
-                 {"1,x,-3,16777216", {1, White, White, White}},
+                 {"1.5,x,-2147483643,16777216", {2, White, WindowColor, 16777216}},
                  {"1,, 3 ,4", {1, White, 3, 4}},
                  {"5,6,7,8,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
                   "16777215,16777215,9,9",

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "core/game_state.h"
 #include "platform/headless/desktop.h"
 #include "shell/skin.h"
@@ -31,17 +33,20 @@ TEST_F(Settings, MissingEmptyOrOddValuesGiveTheDefault) {
         folder.Write("config.ini", std::string("[SETUP]\nSom=") + c.value + "\n");
         EXPECT_EQ(ReadSwitch(SoundSetting), c.sound) << c.value;
     }
-    const struct {
-        const char* value;
-        Color color;
-    } colors[] = {
-        {"0", 0},           {" 255 ", 255},    {"+7", 7},         {"16777215", 0xFFFFFF},    {"16777216", 0xE7FDFE},
-        {"-1", 0xE7FDFE},   {"1.5", 0xE7FDFE}, {"12x", 0xE7FDFE}, {"99999999999", 0xE7FDFE}, {"", 0xE7FDFE},
-        {"&HFF", 0xE7FDFE}, {"+-5", 0xE7FDFE}};
-    for (const auto& c : colors) {
-        folder.Write("config.ini", std::string("[SETUP]\nColor=") + c.value + "\n");
-        EXPECT_EQ(ReadColor(ColorSetting), c.color) << c.value;
-    }
+    const std::map<Color, std::vector<const char*>> colors = {
+        {0, {"0", ".5", "-0.4"}},
+        {255, {" 255 ", "+255", "254.5001"}},
+        {2, {"1.5", "2.5"}},
+        {-1, {"-1", "-.6"}},
+        {16777216, {"16777216"}},  // what is shown of it is the screen's matter
+        {WindowColor, {"-2147483643"}},
+        {0xE7FDFE, {"", "12x", "&HFF", "+-5", "inf", "2147483647.5", "99999999999"}},
+    };
+    for (const auto& [color, values] : colors)
+        for (const char* value : values) {
+            folder.Write("config.ini", std::string("[SETUP]\nColor=") + value + "\n");
+            EXPECT_EQ(ReadColor(ColorSetting), color) << value;
+        }
 }
 
 TEST_F(Settings, WhatIsWrittenIsReadAndTheFirstChangeMakesTheFile) {
