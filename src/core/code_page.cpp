@@ -88,3 +88,10 @@ bool IsValidUtf8(std::string_view text) {
         if (!TakeCharacter(text)) return false;
     return true;
 }
+
+std::string_view FirstCharacters(std::string_view text, size_t count) {
+    std::string_view rest = text;
+    for (; count > 0 && !rest.empty(); --count)
+        if (!TakeCharacter(rest)) rest.remove_prefix(1);
+    return text.substr(0, text.size() - rest.size());
+}

@@ -1,4 +1,4 @@
-// Text between UTF-8 and the single-byte code page Windows-1252.
+// Text between UTF-8 and the single-byte code page Windows-1252, and characters of UTF-8.
 #pragma once
 #include <optional>
 #include <string>
@@ -13,3 +13,7 @@ std::optional<std::string> ToWindows1252(std::string_view utf8);
 std::string FromWindows1252(std::string_view bytes);
 
 bool IsValidUtf8(std::string_view text);
+
+// The first `count` characters of UTF-8 text, all of it if it has no more. A byte that is no part of a character
+// counts as one.
+std::string_view FirstCharacters(std::string_view text, size_t count);

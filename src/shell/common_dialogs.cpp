@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "core/code_page.h"
 #include "core/game_state.h"
 #include "platform/drawing/pixel.h"
 #include "platform/system/desktop.h"
@@ -47,7 +48,7 @@ void ShowFileDialog(bool save) {
     const int32_t filterIndex = TakeFilter(filter, FileDialogRec.FilterIndex, request);
 
     const std::optional<std::string> path = TheDesktop().FileDialog(request);
-    if (!path || path->size() >= PathCapacity) return;
+    if (!path || FirstCharacters(*path, PathCapacity - 1).size() < path->size()) return;
     FileDialogRec.FileName = FromBuffer(*path);
     FileDialogRec.FileTitle = FromBuffer(FileTitle(*path));
     FileDialogRec.FilterIndex = filterIndex;
@@ -105,7 +106,7 @@ std::string TrimNull(const std::string& Text) { return Text.substr(0, Text.find(
 std::string ChangeExtension(const std::string& FileName, std::string& Extension) {
     const int16_t dot = vb5::InStrRev(FileName, ".");
     if (!Extension.empty()) Extension.insert(0, ".");
-    return (dot > 0 ? FileName.substr(0, size_t(dot) - 1) : FileName) + Extension;
+    return (dot > 0 ? std::string(FirstCharacters(FileName, size_t(dot) - 1)) : FileName) + Extension;
 }
 
 std::string WithSavedGameExtension(const std::string& path) {

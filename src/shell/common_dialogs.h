@@ -25,7 +25,7 @@ struct FileDialogRecord {
 extern FileDialogRecord FileDialogRec;
 
 inline constexpr int32_t OFN_READONLY = 1, OFN_HIDEREADONLY = 4;
-inline constexpr size_t PathCapacity = 255;  // with its closing NUL: a longer path counts as a cancel
+inline constexpr size_t PathCapacity = 255;  // characters with the closing NUL: a longer path counts as a cancel
 
 void ShowOpen();
 void ShowSave();

@@ -4,13 +4,14 @@
 #include <algorithm>
 #include <charconv>
 
+#include "core/code_page.h"
 #include "core/game_state.h"
 #include "platform/system/numbers.h"
 #include "platform/system/profile_file.h"
 
 namespace {
 
-constexpr size_t LongestValue = 254;
+constexpr size_t LongestValue = 254;  // characters
 
 ProfileFile ConfigFile() { return ProfileFile(PuzzleModule::AppFolder + "config.ini"); }
 
@@ -45,7 +46,7 @@ std::optional<double> ToNumber(std::string_view text) {
 
 std::string ModINI::ReadIni(const std::string& Section, const std::string& Key, const std::string& Default) {
     std::string value = ConfigFile().Read(Section, Key).value_or("");
-    value.resize(std::min({value.size(), LongestValue, value.find('\0')}));
+    value.resize(std::min(FirstCharacters(value, LongestValue).size(), value.find('\0')));
     return value.empty() ? Default : value;
 }
 

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "core/code_page.h"
+
 namespace vb5 {
 
 namespace {
@@ -61,8 +63,10 @@ std::vector<std::string> Split(const std::string& Expression, const std::string&
 
 int16_t InStrRev(const std::string& Text, const std::string& Find) {
     int16_t last = 0;
-    for (size_t i = 1; i <= std::min(Text.size(), LastPosition); ++i) {
-        if (Text.compare(i - 1, Find.size(), Find) == 0) last = int16_t(i);
+    std::string_view rest = Text;
+    for (size_t i = 1; i <= LastPosition && !rest.empty(); ++i) {
+        if (rest.starts_with(Find)) last = int16_t(i);
+        rest.remove_prefix(FirstCharacters(rest, 1).size());
     }
     return last;
 }

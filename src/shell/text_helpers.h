@@ -1,5 +1,5 @@
 // Four small routines on strings, with edges of their own. Comparisons are binary,
-// positions count from 1, lengths count bytes.
+// positions count from 1, and characters of UTF-8 count.
 #pragma once
 #include <cstdint>
 #include <string>

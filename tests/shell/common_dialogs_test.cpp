@@ -26,12 +26,16 @@ struct Dialogs : testing::Test {
     Form owner{"frmMain", "", ScaleMode::Pixels, FormBorder::Sizable};
 };
 
+// 254 characters, whatever the bytes: "ação" has four, a byte that is no part of one is one.
 TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
-    const std::string longest = "/" + std::string(253, 'x');
-    for (const std::string& answer : {longest + "y", longest}) {
-        desktop.fileAnswers.push_back(answer);
-        ShowOpen();
-        EXPECT_EQ(FileDialogRec.FileName, answer == longest ? longest : "");
+    const std::string rest(249, 'x');
+    for (const std::string& longest : {"/ação" + rest, "/\xE7\xE3xy" + rest, "/abcd" + rest}) {
+        for (const std::string& answer : {longest + "y", longest}) {
+            FileDialogRec.FileName.clear();
+            desktop.fileAnswers.push_back(answer);
+            ShowOpen();
+            EXPECT_EQ(FileDialogRec.FileName, answer == longest ? longest : "");
+        }
     }
 }
 
@@ -40,7 +44,7 @@ TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
         const char *path, *expected;
     } cases[] = {{"/g/jogo.txt", "/g/jogo.pzl"}, {"/g/a.b.c", "/g/a.b.pzl"},     {"/g/jogo", "/g/jogo.pzl"},
                  {"/g.d/jogo", "/g.d/jogo.pzl"}, {"/g/jogo.pzl", "/g/jogo.pzl"}, {"/g/jogo.", "/g/jogo.pzl"},
-                 {"/g.d/a.b", "/g.d/a.pzl"}};
+                 {"/g.d/a.b", "/g.d/a.pzl"},     {"/g/São.João", "/g/São.pzl"}};
     for (const auto& c : cases) EXPECT_EQ(WithSavedGameExtension(c.path), c.expected);
 }
 

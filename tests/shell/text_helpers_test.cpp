@@ -59,3 +59,9 @@ TEST(Split, KeepsATrailingFieldDropsALeadingOneAndStopsAtTheMarker) {
     // A delimiter that overlaps itself hides the marker; the walk still ends.
     EXPECT_EQ(vb5::Split("xa", "aa").at(0), "x");
 }
+
+TEST(InStrRev, CountsCharactersFromOneAndOverlapsToo) {
+    EXPECT_EQ(vb5::InStrRev("São.João.", "."), 9);
+    EXPECT_EQ(vb5::InStrRev("aaa", "aa"), 2);
+    EXPECT_EQ(vb5::InStrRev("abc", "."), 0);
+}

@@ -22,9 +22,8 @@ TEST_F(ShellWindows, TheSplashLeadsTheMainWindowInAndIsGone) {
     splash.Show();
     desktop.RunPending();
     // The further activation by the second "show FrmSplash" starts nothing anew.
-    EXPECT_THAT(desktop.log,
-                ElementsAre("show FrmSplash", "events", "input", "load", "sleep 1.5", "show frmMain", "events",
-                            "show FrmSplash", "events", "sleep 0.5", "hide FrmSplash"));
+    EXPECT_THAT(desktop.log, ElementsAre("show FrmSplash", "events", "input", "load", "sleep 1.5", "show frmMain",
+                                         "events", "show FrmSplash", "events", "sleep 0.5", "hide FrmSplash"));
     EXPECT_NEAR(desktop.SteadySeconds() - start, 2.0, 0.001);
 }
 
