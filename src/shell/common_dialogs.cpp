@@ -21,16 +21,12 @@ namespace {
 
 constexpr Color White = 0xFFFFFF;
 
-// The pair of `filter` (text NUL pattern NUL ...) that is in use, counted from 1; the first pair
-// where `index` names none.
-int32_t TakeFilter(const std::string& filter, int32_t index, FileDialogRequest& request) {
+// The pairs of `filter`: text NUL pattern NUL ...
+std::vector<FileDialogRequest::Filter> PairsOf(const std::string& filter) {
     const std::vector<std::string> parts = vb5::Split(filter, std::string(1, '\0'));
-    const int32_t pairs = int32_t(parts.size() / 2);
-    if (pairs == 0) return index;
-    const int32_t used = index >= 1 && index <= pairs ? index : 1;
-    request.filterText = parts[size_t(used) * 2 - 2];
-    request.filterPattern = parts[size_t(used) * 2 - 1];
-    return used;
+    std::vector<FileDialogRequest::Filter> pairs;
+    for (size_t i = 1; i < parts.size(); i += 2) pairs.push_back({parts[i - 1], parts[i]});
+    return pairs;
 }
 
 // A text as it comes out of a buffer padded with blanks: leading ones are lost with the padding.
@@ -44,14 +40,15 @@ void ShowFileDialog(bool save) {
     request.save = save;
     request.title = FileDialogRec.DialogTitle;
     request.folder = FileDialogRec.InitDir;
-    const std::string filter = vb5::Replace(FileDialogRec.Filter, "|", std::string(1, '\0'));
-    const int32_t filterIndex = TakeFilter(filter, FileDialogRec.FilterIndex, request);
+    request.filters = PairsOf(vb5::Replace(FileDialogRec.Filter, "|", std::string(1, '\0')));
+    request.filterIndex = FileDialogRec.FilterIndex;
+    request.flags = FileDialogRec.Flags;
 
     const std::optional<std::string> path = TheDesktop().FileDialog(request);
     if (!path || FirstCharacters(*path, PathCapacity - 1).size() < path->size()) return;
     FileDialogRec.FileName = FromBuffer(*path);
     FileDialogRec.FileTitle = FromBuffer(FileTitle(*path));
-    FileDialogRec.FilterIndex = filterIndex;
+    FileDialogRec.FilterIndex = request.filterIndex;
 }
 
 void ReadCustomColors() {

@@ -14,17 +14,16 @@ namespace ModCmnDlg {
 // FileName afterwards to mean that nothing was chosen.
 struct FileDialogRecord {
     Form* hwndOwner = nullptr;
-    std::string Filter;     // text and pattern, separated by "|"
-    std::string FileTitle;  // out: the file's name without its folder
-    int32_t FilterIndex = 0;
-    std::string FileName;  // out: full path
+    std::string Filter;       // pairs of text and pattern, all separated by "|"
+    std::string FileTitle;    // out: the file's name without its folder
+    int32_t FilterIndex = 0;  // in and out: the pair in use, from 1
+    std::string FileName;     // out: full path
     std::string InitDir;
-    std::string DialogTitle;
-    int32_t Flags = 0;
+    std::string DialogTitle;  // empty: the desktop's own
+    int32_t Flags = 0;        // FileDialogFlags
 };
 extern FileDialogRecord FileDialogRec;
 
-inline constexpr int32_t OFN_READONLY = 1, OFN_HIDEREADONLY = 4;
 inline constexpr size_t PathCapacity = 255;  // characters with the closing NUL: a longer path counts as a cancel
 
 void ShowOpen();

@@ -40,7 +40,7 @@ MsgBoxResult SoakDesktop::MsgBox(const std::string& text, int style, const std::
     return HeadlessDesktop::MsgBox(text, style, title);
 }
 
-std::optional<std::string> SoakDesktop::FileDialog(const FileDialogRequest& request) {
+std::optional<std::string> SoakDesktop::FileDialog(FileDialogRequest& request) {
     beforeAnswer();
     return HeadlessDesktop::FileDialog(request);
 }

@@ -21,7 +21,7 @@ public:
     void DoEvents(Yield yield) override;
     void RunModal(Form& form) override;
     MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) override;
-    std::optional<std::string> FileDialog(const FileDialogRequest& request) override;
+    std::optional<std::string> FileDialog(FileDialogRequest& request) override;
 
 private:
     void PostTurn(Form& form, int number, int left);

@@ -39,6 +39,26 @@ TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
     }
 }
 
+TEST_F(Dialogs, WholeRecordReachesTheDialogAndComesBack) {
+    FileDialogRec.Filter = "Fento-Lira (*.pzl)|*.pzl|Tudo|*";
+    FileDialogRec.FilterIndex = 2;
+    FileDialogRec.InitDir = "/jogos";
+    FileDialogRec.DialogTitle = "Qual?";
+    FileDialogRec.Flags = OFN_READONLY | OFN_HIDEREADONLY;
+    desktop.filterAnswer = 1;
+    desktop.fileAnswers = {"/jogos/a.pzl"};
+    ShowSave();
+    const FileDialogRequest& asked = desktop.fileRequests.at(0);
+    EXPECT_TRUE(asked.save && asked.filterIndex == 2 && asked.flags == 5);
+    EXPECT_EQ(asked.folder + asked.title, "/jogosQual?");
+    ASSERT_EQ(asked.filters.size(), 2u);
+    EXPECT_EQ(asked.filters[0].pattern + asked.filters[1].text + asked.filters[1].pattern, "*.pzlTudo*");
+    EXPECT_EQ(FileDialogRec.FileName + FileDialogRec.FileTitle, "/jogos/a.pzla.pzl");
+    EXPECT_EQ(FileDialogRec.FilterIndex, 1);
+    ShowOpen();  // cancelled
+    EXPECT_EQ(FileDialogRec.FileName, "/jogos/a.pzl");
+}
+
 TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
     const struct {
         const char *path, *expected;

@@ -209,8 +209,9 @@ MsgBoxResult HeadlessDesktop::MsgBox(const std::string& text, int style, const s
     return answer;
 }
 
-std::optional<std::string> HeadlessDesktop::FileDialog(const FileDialogRequest& request) {
+std::optional<std::string> HeadlessDesktop::FileDialog(FileDialogRequest& request) {
     fileRequests.push_back(request);
+    if (filterAnswer > 0) request.filterIndex = filterAnswer;
     OpenModal(request.save ? "file save" : "file open");
     if (fileAnswers.empty()) return std::nullopt;
     std::optional<std::string> answer = std::move(fileAnswers.front());

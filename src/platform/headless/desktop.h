@@ -20,6 +20,7 @@ public:
     // Answers in the order of the questions. Out of answers: OK (No for a question), cancelled.
     std::deque<MsgBoxResult> boxAnswers;
     std::deque<std::optional<std::string>> fileAnswers;
+    int filterAnswer = 0;  // the filter that the player leaves in use; 0: the one he found
     std::deque<std::function<std::optional<Color>(Color initial, std::span<Color, 16> custom)>> colorAnswers;
     // Runs when a box or a dialog opens, before it is answered (events that arrive meanwhile).
     std::function<void()> whileModal;
@@ -88,7 +89,7 @@ public:
     void PaintNow() override;
     [[noreturn]] void End() override;
     MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) override;
-    std::optional<std::string> FileDialog(const FileDialogRequest& request) override;
+    std::optional<std::string> FileDialog(FileDialogRequest& request) override;
     std::optional<Color> ColorDialog(Color initial, bool fullOpen, std::span<Color, 16> custom) override;
     void OpenPage(const std::string& address) override;
     double ScreenWidth() override;

@@ -49,7 +49,7 @@ public:
     [[noreturn]] void End() override;
 
     MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) override;
-    std::optional<std::string> FileDialog(const FileDialogRequest& request) override;
+    std::optional<std::string> FileDialog(FileDialogRequest& request) override;
     std::optional<Color> ColorDialog(Color initial, bool fullOpen, std::span<Color, 16> custom) override;
     void OpenPage(const std::string& address) override;
 
@@ -90,9 +90,9 @@ private:
     void AwaitFirstPaint();
 
     std::map<Timer*, QTimer*> timers_;
-    std::vector<ModalLoop> modal_;  // innermost last
-    const Form* active_ = nullptr;  // the form that was told last that it is active
-    int discarding_ = 0;            // yields under way in which input is thrown away
+    std::vector<ModalLoop> modal_;    // innermost last
+    const Form* active_ = nullptr;    // the form that was told last that it is active
+    int discarding_ = 0;              // yields under way in which input is thrown away
     std::optional<Decoded> decoded_;  // during a yield, not yet asked for
     QString skin_;
     QtSound sound_;

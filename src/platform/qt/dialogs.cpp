@@ -98,10 +98,10 @@ MsgBoxResult QtDesktop::MsgBox(const std::string& text, int style, const std::st
     return MsgBoxResult::OK;
 }
 
-std::optional<std::string> QtDesktop::FileDialog(const FileDialogRequest& request) {
+std::optional<std::string> QtDesktop::FileDialog(FileDialogRequest& request) {
     QFileDialog dialog;
     dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(request.flags & OFN_OVERWRITEPROMPT));
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     // A name that does not exist may be typed in either; what becomes of it is the game's matter.
     dialog.setFileMode(QFileDialog::AnyFile);
@@ -111,15 +111,18 @@ std::optional<std::string> QtDesktop::FileDialog(const FileDialogRequest& reques
     dialog.setLabelText(QFileDialog::FileType, "Tipo:");
     dialog.setLabelText(QFileDialog::Accept, request.save ? "&Salvar" : "&Abrir");
     dialog.setLabelText(QFileDialog::Reject, "Cancelar");
-    if (!request.filterPattern.empty()) {
+    QStringList filters;
+    for (const auto& [text, pattern] : request.filters) {
         // The pattern stands in the text already, in brackets: the form in which the dialog reads it.
-        QString filter = ToText(request.filterText);
-        if (!filter.contains('(')) filter += " (" + ToText(request.filterPattern) + ")";
-        dialog.setNameFilter(filter);
+        filters << ToText(text);
+        if (!filters.back().contains('(')) filters.back() += " (" + ToText(pattern) + ")";
     }
+    if (!filters.isEmpty()) dialog.setNameFilters(filters);
+    dialog.selectNameFilter(filters.value(request.filterIndex - 1));
     dialog.resize(720, 440);  // wide enough for all columns
     if (!request.folder.empty()) dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(request.folder)));
     if (RunDialog(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    request.filterIndex = int(filters.indexOf(dialog.selectedNameFilter())) + 1;
     return BytesOf(dialog.selectedFiles().constFirst());
 }
 

@@ -22,12 +22,19 @@ enum class Yield {
 enum MsgBoxStyle : int { OKOnly = 0, YesNo = 4, Critical = 16, Question = 32, Exclamation = 48 };
 enum class MsgBoxResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 
+// Flags of a file dialog add up. A dialog without a box for opening read-only has no use for the other two.
+enum FileDialogFlags : int { OFN_READONLY = 1, OFN_OVERWRITEPROMPT = 2, OFN_HIDEREADONLY = 4 };
+
 struct FileDialogRequest {
-    bool save = false;          // no question before an existing file is chosen
-    std::string title;          // empty: the desktop's own
-    std::string filterText;     // "Fento-Lira (*.pzl)"
-    std::string filterPattern;  // "*.pzl"
-    std::string folder;         // where the dialog opens
+    bool save = false;
+    std::string title;  // empty: the desktop's own
+    struct Filter {
+        std::string text, pattern;  // "Fento-Lira (*.pzl)", "*.pzl"
+    };
+    std::vector<Filter> filters;
+    int filterIndex = 0;  // in and out: the one in use, from 1; where it names none, the first
+    int flags = 0;        // FileDialogFlags
+    std::string folder;   // where the dialog opens
 };
 
 // A mounted volume that the player knows.
@@ -51,7 +58,7 @@ public:
 
     // Boxes and dialogs, all modal.
     virtual MsgBoxResult MsgBox(const std::string& text, int style, const std::string& title) = 0;
-    virtual std::optional<std::string> FileDialog(const FileDialogRequest& request) = 0;  // a full path, or cancelled
+    virtual std::optional<std::string> FileDialog(FileDialogRequest& request) = 0;  // a full path, or cancelled
     // `custom`: the sixteen custom colours, in and out, also on cancel.
     virtual std::optional<Color> ColorDialog(Color initial, bool fullOpen, std::span<Color, 16> custom) = 0;
     virtual void OpenPage(const std::string& address) = 0;
