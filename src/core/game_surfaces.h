@@ -40,7 +40,7 @@ private:
 };
 
 struct GameSurfaces {
-    Surface picBG;                           // clean background of every composition, as large as the board
+    Surface picBG;  // clean background of every composition, as large as the board, shown nowhere
     std::shared_ptr<const Picture> PicTemp;  // the picture as loaded
     Surface PicBranco{20, 22};               // all white: stretched, the frame on picMaster
     Surface picMaster;                       // the picture on black, whole cells; black background

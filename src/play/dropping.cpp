@@ -10,10 +10,6 @@
 using namespace PuzzleModule;
 
 void frmMain::picScreen_MouseUp(int16_t Button, int16_t /*Shift*/, float X, float Y) {
-    if (Panning) {
-        picBGTop = picScreen.Top();
-        picBGLeft = picScreen.Left();
-    }
     Panning = false;
     if (!GameRunning || Button != 1 || PickedPiece < 0) return;
 

@@ -98,8 +98,6 @@ void frmMain::Form_Load() {
     picScreen.SetHeight(CInt(ScreenHeightPx * factor));
     Surfaces.picBG.Resize(int(picScreen.Width()), int(picScreen.Height()));
     picScreen.Move(-CInt((picScreen.Width() - ScreenWidthPx) / 2), -CInt((picScreen.Height() - ScreenHeightPx) / 2));
-    picBGLeft = picScreen.Left();
-    picBGTop = picScreen.Top();
 
     LoadWaves();
     AppFolder = WithSeparator(ChooseAppFolder());
@@ -144,8 +142,6 @@ void frmMain::Form_Unload() { End(); }
 // Value that it cannot take, in a window larger than the screen.
 void frmMain::Centralize() {
     picScreen.Move(-CInt((picScreen.Width() - ScreenWidthPx) / 2), -CInt((picScreen.Height() - ScreenHeightPx) / 2));
-    picBGLeft = picScreen.Left();
-    picBGTop = picScreen.Top();
     VScroll1.SetValue(std::abs(picScreen.Top()));
     HScroll1.SetValue(std::abs(picScreen.Left()));
 }

@@ -40,9 +40,6 @@ public:
     Timer Timer1{"Timer1", 1000};
     Skin Skin1;
 
-    // Where the background twin of the board lies; always moved along with picScreen.
-    double picBGLeft = 0, picBGTop = 0;
-
     // Menu items by their names; the tree itself is Menus.
     MenuItem *mnuGame, *mnuNew, *mnuNewGame[6], *mnuShuffle, *mnuSaveGame, *mnuLoadGame, *mnuExit;
     MenuItem *mnuOptions, *mnuHints, *MnDesistir, *mnuSounds, *mnuStatus, *mnuBackground;

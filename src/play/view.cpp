@@ -1,7 +1,6 @@
 // Moving the view over the board, by bars, wheel and hand, and moving the panel.
 //
-// The board scrolls by lying at zero or negative places under the window; its background twin is
-// always brought along. Nothing is composed: the surfaces move as they are.
+// The board scrolls by lying at zero or negative places under the window. Nothing is composed: it moves as it is.
 #include <algorithm>
 #include <cmath>
 
@@ -22,17 +21,11 @@ void ScrollBy(ScrollBar& bar, double distance) {
 
 }  // namespace
 
-void frmMain::HScroll1_Change() {
-    picScreen.SetLeft(-int(HScroll1.Value()));
-    picBGLeft = picScreen.Left();
-}
+void frmMain::HScroll1_Change() { picScreen.SetLeft(-int(HScroll1.Value())); }
 
 void frmMain::HScroll1_Scroll() { HScroll1_Change(); }
 
-void frmMain::VScroll1_Change() {
-    picScreen.SetTop(-int(VScroll1.Value()));
-    picBGTop = picScreen.Top();
-}
+void frmMain::VScroll1_Change() { picScreen.SetTop(-int(VScroll1.Value())); }
 
 void frmMain::VScroll1_Scroll() { VScroll1_Change(); }
 
