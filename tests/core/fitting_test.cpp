@@ -77,15 +77,6 @@ TEST(FitRestoredGame, HasItsOwnFactorsAndNoFrame) {
     EXPECT_FALSE(FitRestoredGame(32767, 100, 88));
 }
 
-// A picture that fills its 8 cells would get 9; the known grid keeps 8.
-TEST(FitRestoredGame, KeepsAKnownGrid) {
-    EXPECT_EQ(FitRestoredGame(528, 394, 66)->GridCols, 9);
-    const auto fit = FitRestoredGame(528, 394, 66, 8, 6);
-    ASSERT_TRUE(fit);
-    EXPECT_EQ((Size{fit->GridCols, fit->GridRows}), (Size{8, 6}));
-    EXPECT_EQ(fit->PictureWidth, 528);
-}
-
 TEST(FitMiniature, KeepsProportionsWithinThePanel) {
     struct Case {
         Size picture;

@@ -1,4 +1,4 @@
-// A move shown, and what may happen while the picture of a given-up game is laid out.
+// What may happen while the picture of a given-up game is laid out.
 #include <gtest/gtest.h>
 
 #include "play/rules.h"
@@ -15,21 +15,6 @@ std::vector<int> Order() {
 }
 
 }  // namespace
-
-TEST(ShownMove, WithoutAnUprightTopLeftPieceThePlacesAreReckonedFromTheBoardsOrigin) {
-    GameFixture play;
-    play.StartGrid(2, 2);
-    play.Solve(0, 0);
-    EXPECT_FALSE(MoveToShow());
-    for (const int at : {0, 220}) {
-        play.Solve(at, at);
-        play.Turn(0, 0, 2);
-        const auto move = MoveToShow();
-        ASSERT_TRUE(move);
-        EXPECT_EQ(move->Piece.x - move->Place.x, at);
-        EXPECT_EQ(move->Piece.y - move->Place.y, at);
-    }
-}
 
 TEST(GivingUp, NoCommandAtAYieldCanReplaceRebuildOrReorderThePieces) {
     GameFixture play;

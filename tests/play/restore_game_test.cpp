@@ -47,67 +47,6 @@ TEST_F(SavedGames, RestoredGameStandsAsItWasSavedWhateverWasPlayedMeanwhile) {
     EXPECT_TRUE(PlayToTheEnd(play.main));
 }
 
-TEST_F(SavedGames, FittingAgainAndAgainNeverMakesAGameUnloadable) {
-    for (const Size cells : {Size{3, 2}, {5, 5}, {9, 4}}) {
-        play.StartGrid(cells.width, cells.height, 5);
-        Save("again.pzl");
-        const std::string first = PieceLines("again.pzl");
-        for (int round = 0; round < 30; ++round) {
-            GameRunning = false;
-            Load("again.pzl");
-            ASSERT_TRUE(GameRunning) << "round " << round << " of " << cells.width;
-            ASSERT_EQ(GridCols, cells.width);
-            ASSERT_EQ(play.main.Surfaces.picMaster.Width(), cells.width * CellSize);
-            Save("again.pzl");
-            ASSERT_EQ(PieceLines("again.pzl"), first);
-        }
-    }
-}
-
-TEST_F(SavedGames, FileThatCannotBePlayedLeavesTheGameOnTheBoardAsItWas) {
-    play.StartGrid(4, 3, 3);
-    Save("good.pzl");
-    const std::string good = play.folder.Read("good.pzl"), picture = BoardPicturePath;
-    const auto with = [&good](const std::string& what, const std::string& instead) {
-        std::string text = good;
-        return text.replace(text.find(what), what.size(), instead);
-    };
-    const std::string noPicture = play.folder.Write("no picture.bmp", "nothing to decode");
-    struct Case {
-        const char* name;
-        std::string text, message;
-        bool cleared = false;
-    };
-    for (const Case& bad : std::vector<Case>{
-             {"no text of a game", with(" 120 \r\n 66 ", " 120 \r\n sixty "), ""},
-             {"numbers of no game", with(" 11 \r\n", " 10 \r\n"), "", true},
-             {"picture gone", with(picture, picture + "x"), "O arquivo " + picture + "x não foi encontrado"},
-             {"picture broken", with(picture, noPicture), "", true},
-             {"a single cell",
-              " 1 \r\n" + picture +
-                  "\r\n 3 \r\n 40 \r\n 40 \r\n 120 \r\n 66 \r\n 6 \r\n 3 \r\n 0 \r\n"
-                  " 11  11  0  0  0  0  2 \r\n",
-              "A imagem selecionada é muito pequena!", true}}) {
-        SCOPED_TRACE(bad.name);
-        play.Drag(1, 1, 440, 330);  // shows the board again
-        play.desktop.boxes.clear();
-        play.main.picStatus.SetVisible(true);
-        const GameFixture::State before = play.Snapshot();
-        ChosenLevel = 1;
-        play.folder.Write("bad.pzl", bad.text);
-        Load("bad.pzl");
-
-        EXPECT_EQ(play.Snapshot(), before);
-        EXPECT_EQ(ChosenLevel, 1);
-        EXPECT_EQ(PicturePath, picture);
-        EXPECT_FALSE(play.main.picStatus.Visible());
-        EXPECT_EQ(play.main.picScreen.Image.IsUniform(), bad.cleared);
-        std::string boxes;
-        for (const auto& box : play.desktop.boxes) boxes += box.text;
-        EXPECT_EQ(boxes, bad.message);
-    }
-}
-
 TEST_F(SavedGames, SaveStopsTheClockAroundItsDialogAndALoadDoesNot) {
     play.StartGrid(3, 3);
     for (const auto& [command, saves] : {std::pair{"mnuSaveGame", true}, {"mnuLoadGame", false}}) {

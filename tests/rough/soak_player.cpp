@@ -322,7 +322,7 @@ void Soak::CheckState(bool outermost) {
 
     const auto& surfaces = main_.Surfaces;
     Require(!main_.Busy() && !ThumbsOpen && !desktop_.TopModal(), "something is still under way");
-    Require(main_.Timer1.Enabled() == GameRunning, "the clock does not follow the game");
+    Require(GameRunning || !main_.Timer1.Enabled(), "the clock runs without a game");  // a failed start stops it, too
     Require(main_.Pointer() == MousePointer::Default, "the pointer stays an hourglass");
     Require(board_.Enabled(), "the board is dead");
     Require(board_.Image.Bounds() == surfaces.picBG.Bounds(), "board and background differ in size");

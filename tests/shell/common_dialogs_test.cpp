@@ -40,23 +40,16 @@ TEST_F(Dialogs, APathThatLeavesNoRoomForItsEndIsACancel) {
 }
 
 TEST_F(Dialogs, WholeRecordReachesTheDialogAndComesBack) {
-    FileDialogRec.Filter = "Fento-Lira (*.pzl)|*.pzl|Tudo|*";
-    FileDialogRec.FilterIndex = 2;
-    FileDialogRec.InitDir = "/jogos";
-    FileDialogRec.DialogTitle = "Qual?";
-    FileDialogRec.Flags = OFN_READONLY | OFN_HIDEREADONLY;
+    FileDialogRec = {&owner, "Fento-Lira (*.pzl)|*.pzl|Tudo|*", "", 2, "", "/jogos", "Qual?", 5};
     desktop.filterAnswer = 1;
     desktop.fileAnswers = {"/jogos/a.pzl"};
     ShowSave();
     const FileDialogRequest& asked = desktop.fileRequests.at(0);
-    EXPECT_TRUE(asked.save && asked.filterIndex == 2 && asked.flags == 5);
-    EXPECT_EQ(asked.folder + asked.title, "/jogosQual?");
+    EXPECT_TRUE(asked.save && asked.filterIndex == 2 && asked.flags == (OFN_READONLY | OFN_HIDEREADONLY));
     ASSERT_EQ(asked.filters.size(), 2u);
-    EXPECT_EQ(asked.filters[0].pattern + asked.filters[1].text + asked.filters[1].pattern, "*.pzlTudo*");
+    EXPECT_EQ(asked.folder + asked.title + asked.filters[0].pattern + asked.filters[1].text, "/jogosQual?*.pzlTudo");
     EXPECT_EQ(FileDialogRec.FileName + FileDialogRec.FileTitle, "/jogos/a.pzla.pzl");
     EXPECT_EQ(FileDialogRec.FilterIndex, 1);
-    ShowOpen();  // cancelled
-    EXPECT_EQ(FileDialogRec.FileName, "/jogos/a.pzl");
 }
 
 TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
@@ -68,55 +61,32 @@ TEST(SavedGameExtension, OnlyTheFilesOwnNameDecides) {
     for (const auto& c : cases) EXPECT_EQ(WithSavedGameExtension(c.path), c.expected);
 }
 
-TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNextOnCancelToo) {
-    desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
-        EXPECT_EQ(initial, 77);
-        custom[0] = 1;
-        custom[15] = 255;
-        return std::nullopt;
-    });
-    EXPECT_EQ(ShowColor(owner, 77, true), -1);
-    EXPECT_EQ(GetSetting(AppEXEName(), "cDialog", "RegColors", "Key"),
-              "1,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
-              "16777215,16777215,16777215,255");
-
-    CustomColors.fill(0);  // as in another run
-    desktop.colorAnswers.push_back([](Color, std::span<Color, 16> custom) -> std::optional<Color> {
-        EXPECT_EQ(custom[0], 1);
-        EXPECT_EQ(custom[15], 255);
-        return 0x102030;
-    });
-    EXPECT_EQ(ShowColor(owner, 0, true), 0x102030);
-}
-
-// Black, white, and two that hold more than the 24 bits of a colour that is shown.
-TEST_F(Dialogs, ColoursThatThePlayerLeavesAloneGoBackAsTheyWere) {
-    ASSERT_TRUE(SaveSetting(AppEXEName(), "cDialog", "RegColors", "0,-2147483643,16777471,-2147483643"));
-    desktop.colorAnswers.push_back([](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
-        EXPECT_EQ((std::array{initial, custom[0], custom[1], custom[2]}), (std::array{0xFF, 0, 0xFFFFFF, 0xFF}));
-        custom[3] = 77;
-        return std::nullopt;
-    });
-    ShowColor(owner, 0x70000FF, true);
-    EXPECT_TRUE(GetSetting(AppEXEName(), "cDialog", "RegColors", "").starts_with("0,-2147483643,16777471,77,16777215"));
-}
-
-TEST_F(Dialogs, FieldsThatAreMissingOrNoColoursAreWhite) {
-    constexpr Color White = 0xFFFFFF;
+// On cancel too. What is missing or no number is white; what the player leaves alone goes back as it was, also where
+// it holds more than the 24 bits that are shown.
+TEST_F(Dialogs, CustomColoursLiveOnFromOneUseToTheNext) {
     const struct {
-        const char* stored;
-        std::array<Color, 4> first;  // the rest is white
-    } cases[] = {{"Key", {White, White, White, White}},
-                 {"1,2", {1, 2, White, White}},
-                 {"1.5,x,-2147483643,16777216", {2, White, WindowColor, 16777216}},
-                 {"1,, 3 ,4", {1, White, 3, 4}},
-                 {"5,6,7,8,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,"
-                  "16777215,16777215,9,9",
-                  {5, 6, 7, 8}}};
+        std::string stored, first;  // the rest is white
+    } cases[] = {
+        {"Key", "16777215,16777215,16777215,"},
+        {"1,2", "1,2,16777215,"},
+        {"1.5,x,, 3 ", "2,16777215,16777215,3,"},
+        {"0,-2147483643,16777471", "0,-2147483643,16777471,"},
+        {"5,6,7,8,16777215,16777215,16777215,16777215,16777215,16777215,16777215,16777215,9,9,9,9,1,1", "5,6,7,8,"}};
     for (const auto& c : cases) {
         ASSERT_TRUE(SaveSetting(AppEXEName(), "cDialog", "RegColors", c.stored));
-        ShowColor(owner, 0, false);
-        for (size_t i = 0; i < 16; ++i) EXPECT_EQ(CustomColors[i], i < 4 ? c.first[i] : White) << c.stored << " " << i;
+        for (const Color last : {77, 78}) {
+            desktop.colorAnswers.push_back([&](Color initial, std::span<Color, 16> custom) -> std::optional<Color> {
+                EXPECT_EQ(initial, 0xFF);
+                EXPECT_EQ(custom[15], last == 77 ? CustomColors[15] : 77);
+                EXPECT_TRUE(c.stored[0] != '0' || (custom[1] == 0xFFFFFF && custom[2] == 0xFF));
+                custom[15] = last;
+                return last == 77 ? std::nullopt : std::optional(0x102030);
+            });
+            EXPECT_EQ(ShowColor(owner, 0x70000FF, true), last == 77 ? -1 : 0x102030);
+            const std::string now = GetSetting(AppEXEName(), "cDialog", "RegColors", "");
+            EXPECT_TRUE(now.starts_with(c.first) && now.ends_with("," + std::to_string(last))) << now;
+            EXPECT_EQ(std::ranges::count(now, ','), 15);
+        }
     }
 }
 

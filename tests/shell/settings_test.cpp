@@ -23,16 +23,14 @@ struct Settings : testing::Test {
 TEST_F(Settings, MissingEmptyOrOddValuesGiveTheDefault) {
     EXPECT_TRUE(ReadSwitch(SoundSetting));
     EXPECT_EQ(ReadColor(ColorSetting), 0xE7FDFE);
-    const struct {
-        const char* value;
-        bool sound;
-    } switches[] = {{"False", false}, {"FALSO", false},     {"0", false},  {" false ", false}, {"-0", false},
-                    {"0.0", false},   {"Verdadeiro", true}, {"-1", true},  {"2", true},        {"0.5", true},
-                    {"", true},       {"no", true},         {"0 0", true}, {"--0", true}};
-    for (const auto& c : switches) {
-        folder.Write("config.ini", std::string("[SETUP]\nSom=") + c.value + "\n");
-        EXPECT_EQ(ReadSwitch(SoundSetting), c.sound) << c.value;
-    }
+    const std::map<bool, std::vector<const char*>> switches = {
+        {false, {"False", "FALSO", "0", " false ", "-0", "0.0"}},
+        {true, {"Verdadeiro", "-1", "2", "0.5", "", "no", "0 0", "--0"}}};
+    for (const auto& [sound, values] : switches)
+        for (const char* value : values) {
+            folder.Write("config.ini", std::string("[SETUP]\nSom=") + value + "\n");
+            EXPECT_EQ(ReadSwitch(SoundSetting), sound) << value;
+        }
     const std::map<Color, std::vector<const char*>> colors = {
         {0, {"0", ".5", "-0.4"}},
         {255, {" 255 ", "+255", "254.5001"}},

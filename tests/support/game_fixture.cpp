@@ -138,7 +138,8 @@ GameFixture::State GameFixture::Snapshot() const {
     for (size_t i = 0; i < Pieces.size(); ++i) {
         const PieceRec& p = Pieces[i];
         std::string& text = state["piece " + std::to_string(i)];
-        for (const int16_t field : {p.X, p.Y, p.Rotation, p.MaskIndex, p.Row, p.Col, p.PieceId, p.InGroup})
+        for (const int16_t field :
+             {p.X, p.Y, p.Rotation, p.MaskIndex, p.Row, p.Col, p.PieceId, p.GroupDX, p.GroupDY, p.InGroup})
             text += std::to_string(field) + " ";
         text += std::to_string(HashOf(main.Surfaces.picPat[p.PieceId]));
     }
@@ -153,15 +154,28 @@ GameFixture::State GameFixture::Snapshot() const {
         {"PictureHeight", PictureHeight},
         {"PickedPiece", PickedPiece},
         {"GameLevel", GameLevel},
+        {"ChosenLevel", ChosenLevel},
+        {"ThumbsOpen", ThumbsOpen},
         {"ElapsedSeconds", ElapsedSeconds},
         {"GameRunning", GameRunning},
         {"clock runs", main.Timer1.Enabled()},
         {"pointer", int(main.Pointer())},
+        {"window", int(main.State())},
+        {"board", int64_t(ShownBoard())},
+        {"background", int64_t(HashOf(main.Surfaces.picBG))},
+        {"miniature", main.imgMaster.GetPicture() ? int64_t(HashOf(main.imgMaster.GetPicture()->Image)) : 0},
         {"strip", int64_t(HashOf(main.Surfaces.picMasks[1]))},
         {"picMaster", int64_t(HashOf(main.Surfaces.picMaster))},
         {"picPat.UBound", main.Surfaces.picPat.UBound()},
     };
     for (const auto& [name, value] : numbers) state[name] = std::to_string(value);
+    const auto text = [](double number) { return std::to_string(int(number)); };
+    state["view"] = text(main.picScreen.Left()) + " " + text(main.picScreen.Top()) + ", " +
+                    text(main.HScroll1.Value()) + " " + text(main.VScroll1.Value());
+    state["miniature's place"] = text(main.imgMaster.Top()) + " " + text(main.imgMaster.Width());
+    state["panel"] = main.picStatus.Visible() ? "shown" : "hidden";
+    state["status line"] = main.lblElapsed.Caption();
     state["saved picture"] = BoardPicturePath;
+    state["PicturePath"] = PicturePath;
     return state;
 }

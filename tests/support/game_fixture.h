@@ -68,7 +68,7 @@ public:
     // The names of the waves started since the last call, "CLICK ROTATE".
     std::string Sounds();
 
-    // All that belongs to the game on the board, by name: records, sizes, grid, strip, surfaces, clock.
+    // The whole state by name: records, sizes, grid, strip, surfaces, clock, window, view, panel, paths.
     using State = std::map<std::string, std::string>;
     State Snapshot() const;
 
