@@ -71,8 +71,8 @@ TEST_P(Strip, ASolvedBoardShowsThePicturePixelForPixel) {
                 const int px = piece.X + x, py = piece.Y + y;
                 const Surface& master = game.surfaces.picMaster;
                 // The surplus pixel at the far edges repeats them.
-                const Pixel picture = master.At(std::min(px, master.Width() - 1), std::min(py, master.Height() - 1));
-                ASSERT_EQ(surface.At(x, y), game.White(piece.MaskIndex, x, y) ? picture : WhitePixel);
+                const int atX = std::min(px, master.Width() - 1), atY = std::min(py, master.Height() - 1);
+                ASSERT_EQ(surface.At(x, y), game.White(piece.MaskIndex, x, y) ? master.At(atX, atY) : WhitePixel);
             }
     }
 }
