@@ -87,6 +87,21 @@ std::vector<std::string> ShippedNames(const std::string& shipped) {
     return names;
 }
 
+// A picture that is no longer shipped, or bears another name now, leaves the list, and the folder too unless the player
+// has changed it. Names that a damaged list may hold are looked at no further than the folder of pictures.
+void DropWithdrawn(const std::string& shipped, const std::string& folder, CopyList& list) {
+    if (!FolderExists(Join(shipped, PicturesName))) return;  // the shipped files are not in reach
+    std::erase_if(list, [&](const CopyList::value_type& entry) {
+        const auto& [name, version] = entry;
+        if (FolderOf(name) != PicturesName || FileExists(Join(shipped, name))) return false;
+        const std::string copyPath = Join(folder, name);
+        const std::optional<std::string> copy = ReadFile(copyPath);
+        std::error_code kept;  // then nothing follows but a picture too many
+        if (copy && VersionOf(*copy) == version) std::filesystem::remove(copyPath, kept);
+        return true;
+    });
+}
+
 // Brings one copy up to date. `list` holds the version that the copy was made from.
 void UpdateCopy(const std::string& shippedPath, const std::string& copyPath, const std::string& name, CopyList& list) {
     const std::optional<std::string> shipped = ReadFile(shippedPath);
@@ -112,6 +127,7 @@ void UpdateCopies(const std::string& shipped, const std::string& folder) {
     const std::string listPath = Join(folder, ListName);
     const CopyList before = ReadList(listPath);
     CopyList list = before;
+    DropWithdrawn(shipped, folder, list);
     for (const std::string& name : ShippedNames(shipped))
         UpdateCopy(Join(shipped, name), Join(folder, name), name, list);
     if (list != before) WriteList(listPath, list);
@@ -120,15 +136,15 @@ void UpdateCopies(const std::string& shipped, const std::string& folder) {
 }  // namespace
 
 std::string ChooseAppFolder() {
-    const std::string programFolder = WithSeparator(AppPath());
     const std::string share = Join(Join(FolderOf(AppPath()), "share"), ProgramName);
     const std::string place = FileTitle(AppPath());
-    const bool hasShare = (place == "bin" || place == "games") && FolderExists(share);
-    const bool installed = programFolder.starts_with("/usr/") || hasShare || !IsWritableFolder(AppPath());
-    if (!installed) return programFolder;
+    const bool installed = (place == "bin" || place == "games") && FolderExists(share);
+    if (!installed) return WithSeparator(AppPath());
 
     const std::string folder = Join(DataHome(), ProgramName);
-    // A portable copy on a medium that can't be written to has its files beside it.
-    if (MakeFolders(folder)) UpdateCopies(hasShare ? share : AppPath(), folder);
+    // One that can only be read will do if it was set up before.
+    if (!MakeFolders(folder) || (!IsWritableFolder(folder) && !FileExists(Join(folder, ListName))))
+        return WithSeparator(share);
+    UpdateCopies(share, folder);
     return WithSeparator(folder);
 }

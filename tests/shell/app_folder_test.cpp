@@ -25,10 +25,13 @@ struct AppFolder : testing::Test {
     HeadlessDesktop desktop;
 };
 
-TEST_F(AppFolder, APortableCopyStaysWhereItIs) {
-    desktop.programPath = tree.Write("stick/game/fento-lira-master", "program");
-    tree.Write("stick/game/Imagens/boat.bmp", "boat");
-    EXPECT_EQ(ChooseAppFolder(), tree / "stick/game/");
+TEST_F(AppFolder, WhatIsNotInstalledStaysWhereItIs) {
+    tree.Write(Shipped + "Puzzle.skn", "skin");
+    for (const char* place : {"stick/game", "elsewhere/bin", "prefix/lib"}) {
+        desktop.programPath = tree.Write(std::string(place) + "/fento-lira-master", "program");
+        std::filesystem::permissions(tree / place, std::filesystem::perms(0555));  // a locked stick
+        EXPECT_EQ(ChooseAppFolder(), tree / place + "/");
+    }
     EXPECT_FALSE(tree.Has("home"));
 }
 
@@ -41,11 +44,8 @@ TEST_F(AppFolder, AnInstalledProgramGetsAFolderOfThePlayersOwn) {
         EXPECT_EQ(Mine("Imagens/tree.bmp"), "tree 1");
         std::filesystem::remove_all(tree / "home");
     }
-    // Below /usr the program is an installed one, even for somebody who may write there.
-    desktop.programPath = "/usr/bin/fento-lira-master";
-    EXPECT_EQ(ChooseAppFolder(), tree / Own);
-    desktop.programPath = tree / "not there/fento-lira-master";
-    EXPECT_EQ(ChooseAppFolder(), tree / Own);
+    tree.Write("home", "no folder");  // then it reads what was installed
+    EXPECT_EQ(ChooseAppFolder(), tree / Shipped);
 }
 
 TEST_F(AppFolder, CopiesFollowAnUpgradeUnlessThePlayerChangedOrDeletedThem) {
@@ -69,10 +69,22 @@ TEST_F(AppFolder, CopiesFollowAnUpgradeUnlessThePlayerChangedOrDeletedThem) {
         EXPECT_EQ(Mine("Imagens/new.bmp"), "the player's own");
         EXPECT_EQ(Mine("Imagens/more.bmp"), "Imagens/more.bmp 2");
     }
-    // The copy that followed once follows again.
+    // The copy that followed once follows again, the next time by going.
     tree.Write(Shipped + "Imagens/boat.bmp", "boat 3");
     ChooseAppFolder();
     EXPECT_EQ(Mine("Imagens/boat.bmp"), "boat 3");
+    tree.Write(Own + "Imagens/more.bmp", "painted over");
+    for (const char* name : {"boat", "more", "new"})
+        std::filesystem::rename(tree / (Shipped + "Imagens/" + name + ".bmp"),
+                                tree / (Shipped + "Imagens/" + name + " renamed.bmp"));
+    ChooseAppFolder();
+    EXPECT_FALSE(tree.Has(Own + "Imagens/boat.bmp"));
+    EXPECT_EQ(Mine("Imagens/boat renamed.bmp"), "boat 3");
+    EXPECT_EQ(Mine("Imagens/more.bmp"), "painted over");
+    EXPECT_EQ(Mine("Imagens/new.bmp"), "the player's own");
+    std::filesystem::remove_all(tree / (Shipped + "Imagens"));  // out of reach is not withdrawn
+    ChooseAppFolder();
+    EXPECT_EQ(Mine("Imagens/boat renamed.bmp"), "boat 3");
 }
 
 TEST_F(AppFolder, ALostOrDamagedListCostsNoFile) {
