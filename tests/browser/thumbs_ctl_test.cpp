@@ -111,15 +111,19 @@ TEST_F(ThumbsCtlTest, PointerOnTheSheetBecomesTheListsEvents) {
         path = "changed";  // a copy
     };
     thumbs.ImageClick = [&](int16_t&, std::string& path) { events.push_back("click " + path); };
-    thumbs.ImageDblClick = [&](int16_t&, std::string& path) {
-        thumbs.Clear();  // the name outlives its place in the list
-        events.push_back("double " + path);
+    thumbs.ImageDblClick = [&](int16_t&, std::string& path) { events.push_back("double " + path); };
+    thumbs.ImageMouseUp = [&](int16_t& k, int16_t&, int16_t&, float& x, float&, std::string& path) {
+        if (!events.back().starts_with("down")) thumbs.Clear();  // the name outlives its place in the list
+        events.push_back("up " + std::to_string(k) + " " + std::to_string(int(x)) + " " + path);
     };
     const float x = 1835 / 15.0f + 10, y = 200 / 15.0f + 40;
     thumbs.picInterior.DeliverMouseDown(1, 0, x, y);
     thumbs.picInterior.DeliverMouseUp(1, 0, x, y);
     thumbs.picInterior.DeliverDblClick(x, y);
-    EXPECT_THAT(events, ElementsAre("down 2 1 7", "click /p/2.bmp", "double /p/2.bmp"));
+    thumbs.picInterior.DeliverMouseUp(1, 0, x + 1, y);
+    // In twips of the thumbnail.
+    EXPECT_THAT(events, ElementsAre("down 2 1 110", "up 2 110 /p/2.bmp", "click /p/2.bmp", "double /p/2.bmp",
+                                    "up 2 125 /p/2.bmp"));
     EXPECT_EQ(thumbs.ListCount(), 0);
 }
 

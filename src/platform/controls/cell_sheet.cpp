@@ -14,6 +14,7 @@ namespace {
 constexpr int BandHeight = 128;  // pixels, a little more than a usual row
 constexpr int MostBands = 32;    // a cell over more of them is listed apart
 constexpr std::pair<int, int> Nowhere{0, -1};
+constexpr int16_t LeftButton = 1;
 
 int BandOf(double y) {
     const double band = std::floor(y / BandHeight);
@@ -166,32 +167,36 @@ CellSheet::Hit CellSheet::OnPressedFigure(float x, float y) const {
     return hit;
 }
 
+// A figure measures in twips, as the sheet does.
+Handler CellSheet::ToFigure(const FigureMouseHandler& event, const Hit& hit, int16_t button, int16_t shift) {
+    if (hit.part != Part::Figure || !event) return {};
+    return [&event, hit, button, shift] {
+        event(hit.index, button, shift, float(hit.x * TwipsPerPixel), float(hit.y * TwipsPerPixel));
+    };
+}
+
 void CellSheet::DeliverMouseDown(int16_t button, int16_t shift, float x, float y) {
     if (!AcceptsInput(*this)) return;
+    held_ = int16_t(held_ & ~button);  // a release that went elsewhere
     if (!held_) {
         pressed_ = HitCell(double(x), double(y));
         clicks_ = true;
     }
     held_ = int16_t(held_ | button);
-    const Hit hit = OnPressedFigure(x, y);
-    if (hit.part == Part::Figure && FigureMouseDown)
-        Raise(*this, [=, this] { FigureMouseDown(hit.index, button, shift, float(hit.x), float(hit.y)); });
+    Raise(*this, ToFigure(FigureMouseDown, OnPressedFigure(x, y), button, shift));
 }
 
 void CellSheet::DeliverMouseMove(int16_t button, int16_t shift, float x, float y) {
     if (!FigureMouseMove) return;
     const Hit hit = held_ ? OnPressedFigure(x, y) : HitCell(double(x), double(y));
-    if (hit.part == Part::Figure)
-        Raise(*this, [=, this] { FigureMouseMove(hit.index, button, shift, float(hit.x), float(hit.y)); });
+    Raise(*this, ToFigure(FigureMouseMove, hit, button, shift));
 }
 
 // The handler of the release may empty the sheet: pressed_ is then gone, and no click follows.
 void CellSheet::DeliverMouseUp(int16_t button, int16_t shift, float x, float y) {
     const bool taken = (held_ & button) != 0;
     held_ = int16_t(held_ & ~button);
-    const Hit hit = OnPressedFigure(x, y);
-    if (taken && hit.part == Part::Figure && FigureMouseUp && Enabled())
-        RaiseFromProgram(*this, [=, this] { FigureMouseUp(hit.index, button, shift, float(hit.x), float(hit.y)); });
+    if (taken && Enabled()) RaiseFromProgram(*this, ToFigure(FigureMouseUp, OnPressedFigure(x, y), button, shift));
     if (!taken || held_ || !clicks_ || pressed_.part == Part::None) return;
     clicks_ = false;
     const Hit released = HitCell(double(x), double(y));
@@ -200,10 +205,12 @@ void CellSheet::DeliverMouseUp(int16_t button, int16_t shift, float x, float y) 
     if (click) Raise(*this, [&click, index = released.index] { click(index); });
 }
 
-// The release that ends a double click is no further click.
+// The release that ends a double click is told of, but is no further click.
 void CellSheet::DeliverDblClick(float x, float y) {
+    if (!AcceptsInput(*this)) return;
+    pressed_ = HitCell(double(x), double(y));
+    held_ = int16_t(held_ | LeftButton);
     clicks_ = false;
-    if (!FigureDblClick) return;
-    const Hit hit = HitCell(double(x), double(y));
-    if (hit.part == Part::Figure) Raise(*this, [this, index = hit.index] { FigureDblClick(index); });
+    if (pressed_.part == Part::Figure && FigureDblClick)
+        Raise(*this, [this, index = pressed_.index] { FigureDblClick(index); });
 }

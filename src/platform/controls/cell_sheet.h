@@ -66,17 +66,19 @@ public:
     std::string ToolTipAt(double x, double y) const;
 
     std::function<void(int Index)> FigureClick, FrameClick, FigureDblClick;
-    std::function<void(int Index, int16_t Button, int16_t Shift, float X, float Y)> FigureMouseDown, FigureMouseMove,
-        FigureMouseUp;
+    // X, Y: twips from the figure's corner.
+    using FigureMouseHandler = std::function<void(int Index, int16_t Button, int16_t Shift, float X, float Y)>;
+    FigureMouseHandler FigureMouseDown, FigureMouseMove, FigureMouseUp;
     // The wheel, in notches: positive towards the top and the left, as turned away from the player.
     std::function<void(int notchesX, int notchesY)> Wheel;
 
     // The way in for a backend, in pixels of the sheet. A click is a press and a release
-    // on the same part of the same cell; a double click comes after the click it follows.
+    // on the same part of the same cell; a double click comes after the click it follows,
+    // in place of a second press.
     void DeliverMouseDown(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseMove(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
-    void DeliverDblClick(float x, float y);
+    void DeliverDblClick(float x, float y);  // of the left button
     void DeliverWheel(int notchesX, int notchesY) {
         if (Wheel) Raise(*this, [this, notchesX, notchesY] { Wheel(notchesX, notchesY); });
     }
@@ -97,6 +99,7 @@ private:
     void Strike(int index, const Span& span) const;
     void TryCell(int index, double x, double y, Hit& best) const;
     Hit OnPressedFigure(float x, float y) const;
+    static Handler ToFigure(const FigureMouseHandler& event, const Hit& hit, int16_t button, int16_t shift);
     mutable std::map<int, std::vector<int>> bands_;
     mutable std::vector<int> tall_;  // cells over too many bands to list them in each
     mutable std::vector<Span> spans_;

@@ -95,7 +95,6 @@ TEST_F(Clicks, NeedPressAndReleaseOnOnePart) {
 TEST_F(Clicks, ADoubleClickFollowsOneClickAndOnlyOnAFigure) {
     for (const float at : {50.0f, 5.0f}) {
         Click(at, at, at, at);
-        sheet.DeliverMouseDown(1, 0, at, at);
         sheet.DeliverDblClick(at, at);
         sheet.DeliverMouseUp(1, 0, at, at);
     }

@@ -56,9 +56,10 @@ protected:
     }
 
     void mouseDoubleClickEvent(QMouseEvent* event) override {
+        if (event->button() != Qt::LeftButton) return mousePressEvent(event);
         event->accept();
         const QPointF at = event->position();
-        if (event->button() == Qt::LeftButton) sheet_.DeliverDblClick(float(at.x()), float(at.y()));
+        sheet_.DeliverDblClick(float(at.x()), float(at.y()));
     }
 
     void wheelEvent(QWheelEvent* event) override {
