@@ -6,7 +6,9 @@
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QScrollBar>
+#include <QToolTip>
 #include <QWheelEvent>
+#include <algorithm>
 
 #include "platform/controls/picture_box.h"
 #include "platform/controls/scroll_bar.h"
@@ -104,6 +106,16 @@ TEST_F(Windows, APressOnALabelIsNotItsContainers) {
     Show();
     Send(QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton, {5, 5}, PeerOf(label)->Widget());
     EXPECT_EQ(log, "");
+}
+
+TEST_F(Windows, ATooltipIsOneLineHoweverLong) {
+    Show();
+    QToolTip::showText({}, PlainTip("Baía   do <norte> ao sul com barcos.jpg (1234k) - 11599 x 11199"), &Board());
+    const auto all = QApplication::topLevelWidgets();
+    const auto tip = std::ranges::find_if(all, [](QWidget* w) { return w->inherits("QTipLabel"); });
+    ASSERT_NE(tip, all.end());
+    EXPECT_LT((*tip)->height(), 2 * (*tip)->fontMetrics().height());
+    QToolTip::hideText();
 }
 
 TEST_F(Windows, AYieldForPaintsThrowsInputAway) {

@@ -39,9 +39,10 @@ int16_t ButtonBits(Qt::MouseButtons buttons);
 int16_t ShiftBits(Qt::KeyboardModifiers modifiers);
 void ShowPointer(QWidget& widget, MousePointer pointer);
 
-// `text` for a tooltip that shows it as it is, whatever it holds: tooltips guess whether they are given markup.
+// `text` for a tooltip that shows it as it is and on one line, whatever it holds: tooltips guess whether they are
+// given markup, and break it where they like unless a whole paragraph says no.
 inline QString PlainTip(const QString& text) {
-    return "<span style=\"white-space: pre\">" + text.toHtmlEscaped() + "</span>";
+    return "<p style=\"white-space: pre\">" + text.toHtmlEscaped() + "</p>";
 }
 
 // The font of the controls with fixed places: compact, its size in pixels at 96 dots per inch.
