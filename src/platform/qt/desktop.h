@@ -1,11 +1,12 @@
 // The desktop on Qt: windows, message loop, clock, dialogs, pictures, sound.
 //
-//   desktop.cpp   windows, message loop, timers, clock, end
-//   decoding.cpp  pictures decoded between the events
-//   drag.cpp      dragging a box or a window
-//   dialogs.cpp   boxes and dialogs
-//   skin.cpp      style sheets of windows
-//   volumes.cpp   volumes, the program's own file
+//   desktop.cpp      windows, message loop, timers, clock, end
+//   decoding.cpp     pictures decoded between the events
+//   drag.cpp         dragging a box or a window
+//   dialogs.cpp      boxes, the colour dialog, running a dialog
+//   file_dialog.cpp  opening and saving files
+//   skin.cpp         style sheets of windows
+//   volumes.cpp      volumes, the program's own file
 #pragma once
 #include <QEventLoop>
 #include <QObject>

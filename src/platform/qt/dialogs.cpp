@@ -1,9 +1,6 @@
-// Message boxes, and the dialogs for files and colours.
+// Message boxes, the dialog for colours, and how dialogs are run.
 #include <QApplication>
 #include <QColorDialog>
-#include <QDir>
-#include <QFile>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
@@ -14,7 +11,6 @@
 #include "platform/qt/widgets/board.h"
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
-#include "platform/system/files.h"
 
 namespace {
 
@@ -44,17 +40,6 @@ void WidenForTitle(QMessageBox& box) {
     const int width = std::max(LeastBoxWidth, box.fontMetrics().horizontalAdvance(box.windowTitle()) + TitleButtons);
     // In the column of the text, which then stays beside the icon.
     grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), grid->columnCount() - 1);
-}
-
-// The file's own name may hold bytes that no text can show; the dialog then gives back a name
-// with replacement marks. The entry that shows like it is the one that was meant.
-std::string BytesOf(const QString& chosen) {
-    const std::string path = QFile::encodeName(QDir::toNativeSeparators(chosen)).toStdString();
-    if (FileExists(path) || !chosen.contains(QChar::ReplacementCharacter)) return path;
-    const std::string folder = FolderOf(path), title = FileTitle(path);
-    for (std::optional<std::string> entry = FirstEntry(folder); entry && !entry->empty(); entry = NextEntry())
-        if (FromText(ToText(*entry)) == title) return WithSeparator(folder) + *entry;
-    return path;
 }
 
 }  // namespace
@@ -96,34 +81,6 @@ MsgBoxResult QtDesktop::MsgBox(const std::string& text, int style, const std::st
     box.setDefaultButton(box.addButton("OK", QMessageBox::AcceptRole));
     RunDialog(box);
     return MsgBoxResult::OK;
-}
-
-std::optional<std::string> QtDesktop::FileDialog(FileDialogRequest& request) {
-    QFileDialog dialog;
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(request.flags & OFN_OVERWRITEPROMPT));
-    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    // A name that does not exist may be typed in either; what becomes of it is the game's matter.
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setWindowTitle(!request.title.empty() ? ToText(request.title) : request.save ? "Salvar como" : "Abrir");
-    dialog.setLabelText(QFileDialog::LookIn, "Pasta:");
-    dialog.setLabelText(QFileDialog::FileName, "&Nome do arquivo:");
-    dialog.setLabelText(QFileDialog::FileType, "Tipo:");
-    dialog.setLabelText(QFileDialog::Accept, request.save ? "&Salvar" : "&Abrir");
-    dialog.setLabelText(QFileDialog::Reject, "Cancelar");
-    QStringList filters;
-    for (const auto& [text, pattern] : request.filters) {
-        // The pattern stands in the text already, in brackets: the form in which the dialog reads it.
-        filters << ToText(text);
-        if (!filters.back().contains('(')) filters.back() += " (" + ToText(pattern) + ")";
-    }
-    if (!filters.isEmpty()) dialog.setNameFilters(filters);
-    dialog.selectNameFilter(filters.value(request.filterIndex - 1));
-    dialog.resize(720, 440);  // wide enough for all columns
-    if (!request.folder.empty()) dialog.setDirectory(QFile::decodeName(QByteArray::fromStdString(request.folder)));
-    if (RunDialog(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    request.filterIndex = int(filters.indexOf(dialog.selectedNameFilter())) + 1;
-    return BytesOf(dialog.selectedFiles().constFirst());
 }
 
 std::optional<Color> QtDesktop::ColorDialog(Color initial, bool /*fullOpen*/, std::span<Color, 16> custom) {

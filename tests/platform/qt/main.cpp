@@ -3,7 +3,11 @@
 
 #include <QApplication>
 
+#include "tests/support/temp_folder.h"
+
 int main(int argc, char** argv) {
+    const TempFolder home;  // the toolkit remembers its dialogs
+    qputenv("XDG_CONFIG_HOME", home.Path().c_str());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     ::testing::InitGoogleTest(&argc, argv);
     const QApplication application(argc, argv);
