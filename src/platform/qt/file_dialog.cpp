@@ -2,13 +2,18 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QMessageBox>
+#include <QScreen>
+#include <QTreeView>
 
 #include "platform/qt/desktop.h"
 #include "platform/qt/widgets/peer.h"
 #include "platform/system/files.h"
 
 namespace {
+
+constexpr QSize BestSize(860, 480);  // wide enough for all columns and a long name
 
 // The file's own name may hold bytes that no text can show; the dialog then gives back a name
 // with replacement marks. The entry that shows like it is the one that was meant.
@@ -28,10 +33,12 @@ public:
         setOption(QFileDialog::DontConfirmOverwrite, !(request.flags & OFN_OVERWRITEPROMPT));
         setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
         setFileMode(QFileDialog::AnyFile);  // accept() judges by bytes what is to be opened
+        setViewMode(QFileDialog::Detail);
         SetTexts();
         SetFilters();
-        resize(720, 440);  // wide enough for all columns
+        resize(BestSize.boundedTo(screen()->availableGeometry().size() - QSize(40, 60)));
         if (!request.folder.empty()) setDirectory(QFile::decodeName(QByteArray::fromStdString(request.folder)));
+        ArrangeColumns();
     }
 
     const std::string& Chosen() const { return chosen_; }
@@ -68,6 +75,20 @@ private:
         if (filters.isEmpty()) return;
         setNameFilters(filters);
         selectNameFilter(filters.value(request_.filterIndex - 1, filters.constFirst()));
+    }
+
+    // All columns in their places and as wide as what they hold, the name with the room that is left: the toolkit
+    // keeps the widths of the dialog before.
+    void ArrangeColumns() {
+        const auto* list = findChild<QTreeView*>("treeView");
+        if (!list) return;
+        QHeaderView& header = *list->header();
+        header.setStretchLastSection(false);
+        for (int column = 0; column < header.count(); ++column) {
+            header.setSectionHidden(column, false);
+            header.moveSection(header.visualIndex(column), column);
+            header.setSectionResizeMode(column, column == 0 ? QHeaderView::Stretch : QHeaderView::ResizeToContents);
+        }
     }
 
     // A name may be typed without its extension.

@@ -3,9 +3,11 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QTimer>
+#include <QTreeView>
 
 #include "platform/qt/widgets/peer.h"
 #include "tests/platform/qt/fixture.h"
@@ -60,4 +62,21 @@ TEST_F(FileDialogs, ANameIsOpenedWithOrWithoutItsExtensionOrRefused) {
                    }),
               folder / "um.pzl");
     EXPECT_EQ(Open(true, [&](QFileDialog& dialog) { EXPECT_EQ(Type(dialog, "novo"), 0); }), folder / "novo");
+}
+
+TEST_F(FileDialogs, ColumnsShowWhatTheyHoldWhateverTheDialogBeforeLeft) {
+    for (int turn = 0; turn < 2; ++turn)
+        Open(false, [](QFileDialog& dialog) {
+            QCoreApplication::processEvents();
+            QHeaderView& header = *dialog.findChild<QTreeView*>("treeView")->header();
+            EXPECT_EQ(header.length(), header.viewport()->width());
+            for (int column = 0; column < header.count(); ++column) {
+                EXPECT_EQ(header.visualIndex(column), column);
+                EXPECT_GE(header.sectionSize(column), header.sectionSizeHint(column)) << column;
+                header.setSectionResizeMode(column, QHeaderView::Interactive);
+                header.resizeSection(column, 20);
+            }
+            header.moveSection(0, 2);
+            header.hideSection(3);
+        });
 }
