@@ -56,7 +56,9 @@ void frmThumbs::BuildControls() {
     look.font = {8.25, true, false};
     Label1.SetLook(look);
     Label1.SetVisible(false);
-    Drive1.SetAccessibleName("Unidades");
+    Drive1.SetAccessibleName("Unidades e lugares");
+    if (const std::optional<std::string> pictures = GamePictures())
+        Drive1.AddPlace({*pictures, "Imagens do jogo", Volume::Kind::GamePictures});
     Dir1.SetAccessibleName("Pastas");
 
     for (size_t i = 0; i < table.size(); ++i) {
@@ -86,20 +88,28 @@ void frmThumbs::Form_Activate() {
     skin_.ApplySkin(*this);
     DoEvents();
     if (IsUnloaded()) return;  // closed before it stood
-    // Both lists raise Change if they move; a drive that is not listed stays where it is.
-    Drive1.SetDrive(AppPath());
-    const std::optional<std::string> pictures = FindIgnoringCase(PuzzleModule::AppFolder, "Imagens");
-    if (pictures && FolderExists(*pictures)) Dir1.SetPath(*pictures);
+    // Straight to the folder, so that no other is scanned before it; the drive list follows.
+    if (const std::optional<std::string> pictures = GamePictures())
+        Dir1.SetPath(*pictures);
+    else
+        Drive1.SetDrive(PuzzleModule::AppFolder);  // raises Change if it moves
 }
 
+std::optional<std::string> frmThumbs::GamePictures() {
+    const std::optional<std::string> folder = FindIgnoringCase(PuzzleModule::AppFolder, "Imagens");
+    return folder && FolderExists(*folder) ? folder : std::nullopt;
+}
+
+// A drive that is refused leaves the folder list where it stands.
 void frmThumbs::Drive1_Change() {
-    if (!Dir1.SetPath(Drive1.Drive())) Drive1.SetDrive(Dir1.Path());
+    if (!Dir1.SetPath(Drive1.Drive())) Drive1.Follow(Dir1.Path());
 }
 
 // Can run inside itself: a further change of folder comes in at the yield here, at that of Clear (a bar
 // that moves back) or at one of the scan's. The inner scan ends first, and the outer one stops then or,
 // where it has not begun, is not needed.
 void frmThumbs::Dir1_Change() {
+    Drive1.Follow(Dir1.Path());
     DoEvents();
     ucFirefoxWait1.PlayWait();
     ThumbsCtl1.Clear();

@@ -38,6 +38,8 @@ public:
 private:
     void BuildControls();
     void BindHandlers();
+    // The folder "Imagens" of the program, however its name is written.
+    static std::optional<std::string> GamePictures();
 
     Skin& skin_;
     Chosen startGame_;

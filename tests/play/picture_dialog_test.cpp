@@ -5,8 +5,8 @@
 
 #include "browser/frm_thumbs.h"
 #include "play/frm_main.h"
-#include "tests/support/yielding_desktop.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/yielding_desktop.h"
 
 using namespace PuzzleModule;
 
@@ -77,6 +77,34 @@ TEST_F(FrmThumbsTest, OkWantsASelectionInTheFolderShown) {
         EXPECT_EQ(box.title, "Fento-Lira Master");
     }
     EXPECT_FALSE(GameRunning);
+}
+
+TEST_F(FrmThumbsTest, TheListOfDrivesFollowsTheFoldersAndARefusedOneCostsNoFolder) {
+    AddPictures("Imagens", 1);
+    home.MakeFolder("Imagens/praia");
+    desktop.volumes = {{"/", "root"}, {home.Path(), "home"}, {home / "gone", "no disc"}};
+    Open([&](frmThumbs& dialog) {
+        DriveListBox& drives = dialog.Drive1;
+        ASSERT_EQ(drives.Volumes().size(), 4u);
+        EXPECT_EQ(drives.Volumes()[3].label, "Imagens do jogo");
+        EXPECT_EQ(drives.Current(), 3);
+        const auto choose = [&](size_t entry, int shown, const std::string& folder) {
+            drives.DeliverChoice(entry);
+            EXPECT_EQ(drives.Current(), shown) << entry;
+            EXPECT_EQ(dialog.Dir1.Path(), folder) << entry;
+        };
+        EXPECT_TRUE(dialog.Dir1.SetPath(home / "Imagens/praia"));
+        EXPECT_EQ(drives.Current(), 1);
+        EXPECT_EQ(dialog.Dir1.Entries()[0].path, home.Path());
+        choose(2, 1, home / "Imagens/praia");
+        choose(1, 1, home / "Imagens/praia");
+        choose(0, 0, "/");
+        EXPECT_TRUE(dialog.Dir1.SetPath(home / "Imagens/praia"));
+        EXPECT_EQ(drives.Current(), 1);
+        choose(3, 3, home / "Imagens");
+        EXPECT_EQ(dialog.ThumbsCtl1.ListCount(), 1);
+        choose(1, 1, home.Path());
+    });
 }
 
 // Whatever the player does, in whichever yield of the opening scan: the dialog ends, the scan

@@ -1,6 +1,7 @@
-// The volumes, and the folders from a volume's root down to the current one.
+// The volumes and places, and the folders from a volume's root down to the current one.
 #include "platform/controls/folder_lists.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -27,14 +28,14 @@ bool LiesUnder(const std::string& path, const std::string& root) {
     return path.size() == root.size() || IsSeparator(root.back()) || IsSeparator(path[root.size()]);
 }
 
-// The volume that a normal path lies on, by the longest root; nullptr if none.
-const Volume* VolumeOf(const std::vector<Volume>& volumes, const std::string& path) {
-    const Volume* best = nullptr;
+// The number of the volume that a normal path lies on, by the longest root; -1 if none.
+int VolumeOf(const std::vector<Volume>& volumes, const std::string& path) {
+    int best = -1;
     size_t longest = 0;
-    for (const Volume& volume : volumes) {
-        const std::string root = NormalPath(volume.root);
-        if (!LiesUnder(path, root) || (best && root.size() <= longest)) continue;
-        best = &volume;
+    for (size_t i = 0; i < volumes.size(); ++i) {
+        const std::string root = NormalPath(volumes[i].root);
+        if (volumes[i].IsPlace() || !LiesUnder(path, root) || (best >= 0 && root.size() <= longest)) continue;
+        best = int(i);
         longest = root.size();
     }
     return best;
@@ -77,22 +78,42 @@ std::string NormalPath(const std::string& path) {
 
 DriveListBox::DriveListBox(std::string name) : Control(std::move(name)) {
     if (HasDesktop()) volumes_ = TheDesktop().Volumes();
-    if (const Volume* here = VolumeOf(volumes_, NormalPath(CurrentFolder()))) drive_ = here->root;
+    current_ = VolumeOf(volumes_, NormalPath(CurrentFolder()));
+}
+
+void DriveListBox::AddPlace(Volume place) {
+    volumes_.push_back(std::move(place));
+    Tell(Aspect::Entries);
+}
+
+std::string DriveListBox::Drive() const { return current_ < 0 ? std::string() : volumes_[size_t(current_)].root; }
+
+void DriveListBox::Show(int index) {
+    if (index == current_) return;
+    current_ = index;
+    Tell(Aspect::Value);
 }
 
 bool DriveListBox::SetDrive(const std::string& path) {
-    const Volume* volume = VolumeOf(volumes_, NormalPath(path));
-    if (!volume) return false;
-    if (volume->root == drive_) return true;
-    drive_ = volume->root;
-    Tell(Aspect::Value);
+    const int volume = VolumeOf(volumes_, NormalPath(path));
+    if (volume < 0) return false;
+    if (current_ >= 0 && volume == VolumeOf(volumes_, NormalPath(Drive()))) return true;
+    Show(volume);
     RaiseFromProgram(*this, Change);
     return true;
 }
 
+void DriveListBox::Follow(const std::string& path) {
+    const std::string folder = NormalPath(path);
+    const auto place = std::ranges::find_if(
+        volumes_, [&folder](const Volume& entry) { return entry.IsPlace() && NormalPath(entry.root) == folder; });
+    Show(place != volumes_.end() ? int(place - volumes_.begin()) : VolumeOf(volumes_, folder));
+}
+
+// The one shown stands already.
 void DriveListBox::DeliverChoice(size_t index) {
-    if (index >= volumes_.size() || !AcceptsInput(*this) || volumes_[index].root == drive_) return;
-    drive_ = volumes_[index].root;
+    if (index >= volumes_.size() || !AcceptsInput(*this) || int(index) == current_) return;
+    current_ = int(index);
     Raise(*this, Change);
 }
 
@@ -118,8 +139,8 @@ void DirListBox::ListEntries(const std::string& path) {
     path_ = path;
     entries_.clear();
     const std::vector<Volume> volumes = HasDesktop() ? TheDesktop().Volumes() : std::vector<Volume>{};
-    const Volume* volume = VolumeOf(volumes, path_);
-    std::string folder = volume ? NormalPath(volume->root) : path_.substr(0, RootLength(path_));
+    const int volume = VolumeOf(volumes, path_);
+    std::string folder = volume >= 0 ? NormalPath(volumes[size_t(volume)].root) : path_.substr(0, RootLength(path_));
     int depth = 0;
     entries_.push_back({folder, folder, depth, true});
     while (folder != path_) {

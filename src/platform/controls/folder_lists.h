@@ -3,25 +3,32 @@
 #include "platform/controls/control.h"
 #include "platform/system/desktop.h"
 
-// The volumes that the player knows. A path's drive is the listed volume with the
-// longest matching prefix.
+// The volumes that the player knows, and places. A path's drive is the listed volume with the
+// longest matching prefix; a place is a folder to go to and no path's drive.
 class DriveListBox : public Control {
 public:
     explicit DriveListBox(std::string name);
 
     const std::vector<Volume>& Volumes() const { return volumes_; }
-    const std::string& Drive() const { return drive_; }  // root of the current volume
+    void AddPlace(Volume place);
+
+    // The entry shown, and its root; -1 and nothing where a path lies on no volume.
+    int Current() const { return current_; }
+    std::string Drive() const;
 
     // Chooses the volume that `path` lies on. False if there is none; raises Change
     // if the volume is another one.
     bool SetDrive(const std::string& path);
+    // Shows where `path` is, the place if it is one, else its volume, without a Change.
+    void Follow(const std::string& path);
 
     Handler Change;
     void DeliverChoice(size_t index);
 
 private:
+    void Show(int index);
     std::vector<Volume> volumes_;
-    std::string drive_;
+    int current_ = -1;
 };
 
 // `path` without ".", "..", doubled and closing separators (a root keeps its own); one that

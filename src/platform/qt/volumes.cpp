@@ -1,7 +1,8 @@
-// The volumes that a player knows, and the program's own file.
+// The volumes and places that a player knows, and the program's own file.
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <algorithm>
 
 #include "platform/qt/desktop.h"
@@ -18,6 +19,16 @@
 #endif
 
 namespace {
+
+std::string HomeFolder() { return QFile::encodeName(QDir::homePath()).toStdString(); }
+
+// The player's folder of pictures, wherever his desktop has it. One without such a folder names the home.
+void AddPictures(std::vector<Volume>& volumes) {
+    const QString place = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+    const std::string folder = QFile::encodeName(QDir::toNativeSeparators(place)).toStdString();
+    if (FolderExists(folder) && WithSeparator(folder) != WithSeparator(HomeFolder()))
+        volumes.push_back({folder, "Minhas imagens", Volume::Kind::Pictures});
+}
 
 #ifdef __linux__
 
@@ -38,9 +49,9 @@ std::vector<std::string> MountPlaces() {
 }
 
 std::vector<Volume> KnownVolumes() {
-    std::vector<Volume> volumes{{"/", "/"}};
-    if (const std::string home = QFile::encodeName(QDir::homePath()).toStdString(); home != "/")
-        volumes.push_back({home, "Pasta pessoal"});
+    std::vector<Volume> volumes{{"/", "Computador", Volume::Kind::Computer}};
+    if (const std::string home = HomeFolder(); home != "/")
+        volumes.push_back({home, "Pasta pessoal", Volume::Kind::Home});
     for (const std::string& place : MountPlaces())
         if (IsRemovable(place)) volumes.push_back({place, FileTitle(place)});
     return volumes;
@@ -61,7 +72,11 @@ std::vector<Volume> KnownVolumes() {
 
 }  // namespace
 
-std::vector<Volume> QtDesktop::Volumes() { return KnownVolumes(); }
+std::vector<Volume> QtDesktop::Volumes() {
+    std::vector<Volume> volumes = KnownVolumes();
+    AddPictures(volumes);
+    return volumes;
+}
 
 std::string QtDesktop::ProgramPath() {
 #ifdef __linux__

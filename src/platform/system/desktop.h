@@ -37,10 +37,15 @@ struct FileDialogRequest {
     std::string folder;   // where the dialog opens
 };
 
-// A mounted volume that the player knows.
+// A mounted volume that the player knows, or a place: a folder on one that he comes back to.
 struct Volume {
+    enum class Kind { Drive, Computer, Home, Pictures, GamePictures };
+
     std::string root;   // path
     std::string label;  // what a list shows
+    Kind kind = Kind::Drive;
+
+    bool IsPlace() const { return kind == Kind::Pictures || kind == Kind::GamePictures; }
 };
 
 class Desktop {

@@ -89,4 +89,23 @@ TEST_F(Lists, ADriveIsTheVolumeWithTheLongestRootAboveThePath) {
     EXPECT_EQ(changes, 4);
 }
 
+TEST_F(Lists, APlaceIsChosenAndShownButIsNoPathsDrive) {
+    desktop.volumes.pop_back();
+    DriveListBox drives("Drive1");
+    drives.Change = [this] { ++changes; };
+    drives.AddPlace({temp / "one/", "Imagens", Volume::Kind::GamePictures});
+    const std::pair<std::string, int> cases[] = {
+        {temp / "one", 2}, {temp / "one/beta", 1}, {temp / "one/beta/..", 2}, {temp.Path(), 1}, {"/usr", 0}};
+    for (const auto& [path, shown] : cases) {
+        drives.Follow(path);
+        EXPECT_EQ(drives.Current(), shown) << path;
+    }
+    EXPECT_EQ(changes, 0);
+    drives.DeliverChoice(2);
+    EXPECT_EQ(NormalPath(drives.Drive()), temp / "one");
+    EXPECT_TRUE(drives.SetDrive(temp / "one-more")) << "the place lies on that volume";
+    EXPECT_EQ(drives.Current(), 2);
+    EXPECT_EQ(changes, 1);
+}
+
 }  // namespace

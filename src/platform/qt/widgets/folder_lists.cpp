@@ -4,15 +4,26 @@
 #include <QListWidget>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QWheelEvent>
 
 #include "platform/controls/folder_lists.h"
 #include "platform/qt/widgets/peer.h"
+#include "platform/qt/widgets/place_icons.h"
 
 namespace {
 
+// A turn of the wheel over the closed list is meant for something else.
+class DriveBox : public QComboBox {
+public:
+    using QComboBox::QComboBox;
+
+protected:
+    void wheelEvent(QWheelEvent* event) override { event->accept(); }
+};
+
 class DriveListPeer : public QtPeer {
 public:
-    DriveListPeer(DriveListBox& list, QWidget* parent) : QtPeer(list, new QComboBox(parent)), list_(list) {
+    DriveListPeer(DriveListBox& list, QWidget* parent) : QtPeer(list, new DriveBox(parent)), list_(list) {
         Inner().setFont(ControlFont({}));
         // Queued: a choice makes the folder list anew and scans, which is no work for a closing popup.
         QObject::connect(
@@ -36,14 +47,13 @@ private:
 
     void Fill() {
         Inner().clear();
-        const QIcon icon = Inner().style()->standardIcon(QStyle::SP_DriveHDIcon);
-        for (const auto& volume : list_.Volumes()) Inner().addItem(icon, ToText(volume.label));
+        for (const auto& volume : list_.Volumes()) {
+            Inner().addItem(PlaceIcon(volume.kind, *Inner().style()), ToText(volume.label));
+            Inner().setItemData(Inner().count() - 1, PlainTip(ToText(volume.root)), Qt::ToolTipRole);
+        }
     }
 
-    void Select() {
-        for (size_t i = 0; i < list_.Volumes().size(); ++i)
-            if (list_.Volumes()[i].root == list_.Drive()) Inner().setCurrentIndex(int(i));
-    }
+    void Select() { Inner().setCurrentIndex(list_.Current()); }
 
     DriveListBox& list_;
 };
