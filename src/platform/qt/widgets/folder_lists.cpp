@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QSignalBlocker>
 #include <QStyle>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 
 #include "platform/controls/folder_lists.h"
@@ -58,12 +59,30 @@ private:
     DriveListBox& list_;
 };
 
+// A row stands as far to the right as its folder lies deep, its icon with it; the whole row shows the selection.
+class IndentDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    static constexpr int DepthRole = Qt::UserRole;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        option->decorationSize.rwidth() += IndentWidth * index.data(DepthRole).toInt();
+        option->decorationAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    }
+
+private:
+    static constexpr int IndentWidth = 8;
+};
+
 class FolderWidget : public QListWidget {
 public:
     FolderWidget(DirListBox& list, QWidget* parent) : QListWidget(parent), list_(list) {
         setFont(ControlFont({}));
         setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
         setContextMenuPolicy(Qt::PreventContextMenu);
+        setItemDelegate(new IndentDelegate(this));
     }
 
     void Fill() {
@@ -73,10 +92,9 @@ public:
         const QIcon open = style()->standardIcon(QStyle::SP_DirOpenIcon);
         int current = 0;
         for (const auto& entry : list_.Entries()) {
-            // The list has no tree; leading blanks show how deep a folder lies.
-            auto* item =
-                new QListWidgetItem(entry.open ? open : closed, QString(2 * entry.depth, ' ') + ToText(entry.label));
-            item->setData(Qt::AccessibleTextRole, ToText(entry.label));
+            // The bare name, which is what a typed letter looks for.
+            auto* item = new QListWidgetItem(entry.open ? open : closed, ToText(entry.label));
+            item->setData(IndentDelegate::DepthRole, entry.depth);
             item->setToolTip(PlainTip(ToText(entry.path)));
             addItem(item);
             if (entry.open) current = count() - 1;
