@@ -3,7 +3,11 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QListWidget>
 #include <QPalette>
+#include <QWheelEvent>
 #include <cmath>
 
 #include "browser/frm_thumbs.h"
@@ -82,6 +86,52 @@ TEST_F(GameWindows, AScreenReaderHasAWordForEveryControlOfThePlayer) {
         CollectNameless(*form, nameless, named);
         EXPECT_EQ(nameless, "") << form->Name();
         EXPECT_EQ(named, expected) << form->Name();
+    }
+}
+
+TEST_F(GameWindows, KeysWalkThroughThePictureDialogAndTheWheelChoosesNoDrive) {
+    const ScratchFolder folder;
+    for (const char* name : {"alfa", "beta", "gama"}) folder.MakeFolder(name);
+    Skin skin;
+    frmThumbs dialog(skin, {});
+    dialog.OnActivate = {};
+    dialog.Show();
+    DoEvents();
+    const auto widget = [](const Control& control) { return PeerOf(control)->Widget(); };
+    const auto key = [](QWidget* to, int code, const QString& text = {}) {
+        QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(to, &event);
+    };
+    std::string order;
+    for (const QWidget* at = widget(dialog.Drive1); order.empty() || at != widget(dialog.Drive1);
+         at = at->nextInFocusChain())
+        if (at->focusPolicy() & Qt::TabFocus) order += FromText(at->objectName()) + " ";
+    EXPECT_EQ(order, "Drive1 Dir1 cmdVoltar scrThumbs Command1 ");
+
+    ThumbsCtl& thumbs = dialog.ThumbsCtl1;
+    thumbs.Clear();
+    ASSERT_TRUE(thumbs.scrThumbs.SetMax(5000));
+    for (const auto& [code, value] : {std::pair{Qt::Key_Down, thumbs.scrThumbs.SmallChange()},
+                                      {Qt::Key_PageDown, thumbs.scrThumbs.SmallChange() + 1133},
+                                      {Qt::Key_End, 5000},
+                                      {Qt::Key_PageUp, 5000 - 1133},
+                                      {Qt::Key_Home, 0}}) {
+        key(widget(thumbs.scrThumbs), code);
+        EXPECT_EQ(thumbs.scrThumbs.Value(), value) << code;
+    }
+
+    ASSERT_TRUE(dialog.Dir1.SetPath(folder.Path()));
+    auto* rows = dynamic_cast<QListWidget*>(widget(dialog.Dir1));
+    key(rows, Qt::Key_G, "g");
+    EXPECT_EQ(rows->currentItem()->text(), "gama");
+
+    auto* drives = dynamic_cast<QComboBox*>(widget(dialog.Drive1));
+    drives->addItem("x");
+    const int shown = drives->currentIndex();
+    for (const int eighths : {-120, 120}) {
+        QWheelEvent turn(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, {}, {}, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(drives, &turn);
+        EXPECT_EQ(drives->currentIndex(), shown);
     }
 }
 

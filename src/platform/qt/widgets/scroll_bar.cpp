@@ -15,6 +15,7 @@ public:
           bar_(bar) {
         QScrollBar& inner = Inner();
         inner.setContextMenuPolicy(Qt::PreventContextMenu);
+        inner.setFocusPolicy(bar.TabIndex() >= 0 ? Qt::TabFocus : Qt::NoFocus);
         QObject::connect(&inner, &QScrollBar::valueChanged, &inner,
                          [this](int value) { Deliver(value, Inner().isSliderDown()); });
         QObject::connect(&inner, &QScrollBar::sliderReleased, &inner, [this] { Deliver(Inner().value(), false); });
