@@ -75,6 +75,9 @@ void frmThumbs::BindHandlers() {
     OnLoad = [this] { ucFirefoxWait1.UserControl_Show(); };
     OnActivate = [this] { Form_Activate(); };
     OnUnload = [this] { Form_Unload(); };
+    // Known by its content: any of the three formats, whatever its name.
+    TakesFile = [](const std::string& Path) { return PictureSize(Path).has_value(); };
+    FileDropped = [this](const std::string& Path) { Form_DropFile(Path); };
     Drive1.Change = [this] { Drive1_Change(); };
     Dir1.Change = [this] { Dir1_Change(); };
     ThumbsCtl1.ImageDblClick = [this](int16_t& PicIndex, std::string& Filename) { StartGame(PicIndex, Filename); };
@@ -133,6 +136,13 @@ void frmThumbs::Command1_Click() {
 }
 
 void frmThumbs::cmdVoltar_Click() { Unload(); }
+
+// A picture from anywhere, as if it had been double-clicked; it is on no list.
+void frmThumbs::Form_DropFile(const std::string& Path) {
+    int16_t PicIndex = 0;
+    std::string Filename = Path;
+    StartGame(PicIndex, Filename);
+}
 
 void frmThumbs::Form_Unload() { PuzzleModule::ThumbsOpen = false; }
 

@@ -28,6 +28,7 @@ public:
     void Dir1_Change();
     void Command1_Click();
     void cmdVoltar_Click();
+    void Form_DropFile(const std::string& Path);
 
     // The chosen picture becomes a game; the dialog is unloaded at the end, game or not.
     void StartGame(int16_t& PicIndex, std::string& Filename);

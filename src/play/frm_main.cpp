@@ -161,6 +161,8 @@ void frmMain::BindHandlers() {
     OnLoad = [this] { Form_Load(); };
     OnResize = [this] { Form_Resize(); };
     OnUnload = [this] { Form_Unload(); };
+    TakesFile = [this](const std::string& Path) { return TakesGame(Path); };
+    FileDropped = [this](const std::string& Path) { Form_DropFile(Path); };
 
     picScreen.MouseDown = Bound(this, &frmMain::picScreen_MouseDown);
     picScreen.MouseMove = Bound(this, &frmMain::picScreen_MouseMove);

@@ -5,6 +5,7 @@
 //   menu.cpp           the menu's tree, its own handlers and switches
 //   start_game.cpp     a new game from a picture; restart
 //   restore_game.cpp   saving and restoring
+//   dropped_game.cpp   a saved game dropped on the window
 //   picking.cpp        press and move on the board
 //   dropping.cpp       release, home sound, completion
 //   view.cpp           scroll bars, pan, panel
@@ -49,6 +50,8 @@ public:
     void Form_Load();
     void Form_Resize();
     void Form_Unload();
+    bool TakesGame(const std::string& Path) const;
+    void Form_DropFile(const std::string& Path);
     void Centralize();
 
     // A game. StartGame builds one from the picture in `Filename` at the chosen level while the

@@ -107,6 +107,25 @@ TEST_F(FrmThumbsTest, TheListOfDrivesFollowsTheFoldersAndARefusedOneCostsNoFolde
     });
 }
 
+TEST_F(FrmThumbsTest, ADroppedPictureStartsTheGameAndChangesNoList) {
+    AddPictures("Imagens", 2);
+    AddPictures("Outra", 1);
+    const std::string dropped = home / "Outra/1.bmp", folder = home / "Imagens";
+    home.Write("a.jpg", "no picture");
+    Open([&](frmThumbs& dialog) {
+        for (const std::string& refused : {home / "a.jpg", home.Path(), home / "missing.bmp"})
+            dialog.DeliverFile(refused);
+        EXPECT_TRUE(dialog.IsShown());
+        EXPECT_FALSE(main->WouldTake(dropped));
+        dialog.DeliverFile(dropped);
+        EXPECT_FALSE(dialog.IsShown());
+        EXPECT_EQ(dialog.ThumbsCtl1.ListCount(), 2);
+        EXPECT_EQ(dialog.Dir1.Path(), folder);
+    });
+    EXPECT_TRUE(GameRunning);
+    EXPECT_EQ(BoardPicturePath, dropped);
+}
+
 // Whatever the player does, in whichever yield of the opening scan: the dialog ends, the scan
 // stops without another picture, and only a chosen picture becomes a game.
 TEST_F(FrmThumbsTest, AnyYieldOfAScanCanEndTheDialog) {

@@ -118,3 +118,11 @@ void Form::DeliverState(WindowState state) { state_ = state; }
 void Form::DeliverClose() {
     if (shown_ && Enabled()) Unload();
 }
+
+bool Form::WouldTake(const std::string& path) {
+    return AcceptsInput(*this) && FileDropped && TakesFile && TakesFile(path);
+}
+
+void Form::DeliverFile(const std::string& path) {
+    if (WouldTake(path)) Raise(*this, [this, &path] { FileDropped(path); });
+}

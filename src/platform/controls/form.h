@@ -78,11 +78,17 @@ public:
     Handler OnResize;    // Form_Resize
     Handler OnUnload;    // Form_Unload
 
+    // A file dropped on the window by its path; which ones, the form says. Without both, none.
+    std::function<bool(const std::string& Path)> TakesFile;
+    std::function<void(const std::string& Path)> FileDropped;
+
     // The way in for a backend.
     void DeliverActivate();
     void DeliverResize(Size clientPixels);  // the size the desktop granted; OnResize if new, and the first time
     void DeliverState(WindowState state);   // the player changed it
     void DeliverClose();                    // the close box: Unload
+    bool WouldTake(const std::string& path);
+    void DeliverFile(const std::string& path);  // does nothing if the form would not take it
 
     // How many of this form's routines are on the stack now.
     int Depth() const { return depth_; }

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QToolTip>
@@ -146,6 +147,39 @@ TEST_F(Windows, EveryFrameIsPaintedAndNothingWaitsForTheNext) {
     for (int x = 0; x < 100; ++x, box.Image.Refresh(), fixture.desktop.PaintNow()) SetPixel(box.Image, 30 + x, 30, 0);
     EXPECT_EQ(paints.count, 100);
     EXPECT_LT(SteadySeconds(), end);
+}
+
+TEST_F(Windows, ASingleFileThatTheFormTakesIsDroppedUnlessADialogIsOpen) {
+    form.TakesFile = [](const std::string& path) { return path.ends_with(".pzl"); };
+    form.FileDropped = [this](const std::string& path) { log += path + " "; };
+    Show();
+    const auto drop = [this](const char* list) {
+        QMimeData carried;
+        carried.setData("text/uri-list", list);
+        const Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction;
+        QDragEnterEvent enter({5, 5}, offered, &carried, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(FormWindow::Of(form), &enter);
+        QDropEvent end({5, 5}, offered, &carried, Qt::LeftButton, Qt::NoModifier);
+        if (enter.isAccepted()) QCoreApplication::sendEvent(FormWindow::Of(form), &end);
+        EXPECT_TRUE(!end.isAccepted() || end.dropAction() == Qt::CopyAction);
+        const std::string early = log;
+        DoEvents();
+        return early + (enter.isAccepted() ? "taken" : "refused");
+    };
+    EXPECT_EQ(drop("#\r\nfile:///a%20b/%FF.pzl\r\n"), "taken");
+    EXPECT_EQ(log, "/a b/\xFF.pzl ");
+    log.clear();
+    for (const char* list : {"file:///a.png", "file:///a.pzl\r\nfile:///b.pzl", "http://x/a.pzl", ""})
+        EXPECT_EQ(drop(list), "refused") << list;
+    Form modal("frmModal", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    modal.Place(0, 0, 3000, 3000);
+    modal.OnActivate = [&] {
+        EXPECT_EQ(drop("file:///a.pzl"), "refused");
+        modal.Unload();
+    };
+    modal.Show(Modality::Modal);
+    EXPECT_EQ(drop("file://here/a.pzl"), "taken");
+    EXPECT_EQ(log, "/a.pzl ");
 }
 
 TEST_F(Windows, WheelTurnsAreDeliveredInWholeNotches) {

@@ -13,6 +13,7 @@
 #include <algorithm>
 
 #include "platform/qt/widgets/board.h"
+#include "platform/qt/widgets/file_drops.h"
 #include "platform/qt/widgets/peer.h"
 
 namespace {
@@ -126,6 +127,7 @@ FormWindow::FormWindow(Form& form)
     setWindowTitle(ToText(form.Caption()));
     setAttribute(Qt::WA_QuitOnClose, false);
     client_->setObjectName(ToText(form.Name()));
+    if (form.TakesFile) TakeFileDrops(*this);
 }
 
 std::function<void(FormWindow&)> FormWindow::Activated;
