@@ -98,6 +98,9 @@ private:
     void RaiseItemMouse(const ItemMouseHandler& event, int Index, int16_t Button, int16_t Shift, float X, float Y);
     static void ScrollSheet(ScrollBar& Bar, CellSheet& Sheet);
     int ColumnsNow() const;
+    double ScreenScale();
+    double PixelsPerUnit(int k);
+    Size BoxPixels();
     bool FormIsGone();
     int LastItem() const { return int(Files.size()) - 1; }
     bool IsItem(int Index) const { return Index >= 0 && Index <= LastItem(); }

@@ -2,9 +2,11 @@
 // the sheet, and how the sheet scrolls. All in twips; a sheet of thousands of pictures is
 // millions of twips high, so everything is reckoned in doubles.
 #include <algorithm>
+#include <limits>
 
 #include "browser/thumbs_ctl.h"
 #include "core/game_state.h"
+#include "platform/controls/window_system.h"
 #include "platform/system/desktop.h"
 #include "platform/system/numbers.h"
 
@@ -37,6 +39,18 @@ void ThumbsCtl::UserControl_Resize() {
 
 int ThumbsCtl::ColumnsNow() const {
     return ColumnMode == 0 ? int(Fix(picInterior.Width() / ColumnPitch)) : ColumnCount;
+}
+
+double ThumbsCtl::ScreenScale() {
+    Form* const form = OwnerForm();
+    return form && HasWindows() ? TheWindows().ScaleOf(*form) : 1;
+}
+
+// Pixels that a thumbnail keeps for each logical one: all that the display has, where the bar can bring it into view.
+double ThumbsCtl::PixelsPerUnit(int k) {
+    constexpr double LowestTop = std::numeric_limits<int16_t>::max();
+    const double top = FirstRow + double((k - 1) / std::max(ColumnsNow(), 1)) * RowPitch;
+    return top < LowestTop + picFundo.Height() ? ScreenScale() : 1;
 }
 
 // The figure lies centred on its frame, the frame in row (k - 1) \ cols of the sheet.

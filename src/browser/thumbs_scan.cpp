@@ -13,8 +13,7 @@
 #include "platform/system/numbers.h"
 
 namespace {
-constexpr int16_t BoxWidth = 1635, BoxHeight = 1500;  // a thumbnail touches this box on one side
-constexpr Size BoxPixels{BoxWidth / TwipsPerPixel, BoxHeight / TwipsPerPixel};
+constexpr int16_t BoxWidth = 1635, BoxHeight = 1500;     // a thumbnail touches this box on one side
 constexpr double UnitsPerShownPixel = 26.4586148648649;  // not 2540/96: a size text may read one pixel less
 constexpr float SecondsBeforeWaitLabel = 0.4f;
 
@@ -22,7 +21,7 @@ constexpr float SecondsBeforeWaitLabel = 0.4f;
 double Units(int pixels) { return CInt(pixels * HimetricPerPixel); }
 
 // Pixels of a figure's side.
-int PixelsOf(double twips) { return int(CInt(twips / TwipsPerPixel)); }
+int PixelsOf(double twips, double scale) { return int(CInt(twips / TwipsPerPixel * scale)); }
 
 std::string ShownPixels(double units) { return std::to_string(int64_t(Fix(units / UnitsPerShownPixel))); }
 
@@ -61,7 +60,7 @@ void ThumbsCtl::ScanPath(std::string& Path) {
         }
         name = NextEntry();
         if (name && IsPictureName(*name))
-            DoEventsDecoding(Path + *name, BoxPixels, goesOn);
+            DoEventsDecoding(Path + *name, BoxPixels(), goesOn);
         else
             DoEvents();
     }
@@ -110,7 +109,7 @@ void ThumbsCtl::BuildCell(int k, int cols) {
 
 // False if the file does not decode: the picture before it then stands for it too.
 bool ThumbsCtl::LoadOriginal(int k) {
-    std::optional<Picture> picture = LoadPicture(*Files[size_t(k)], BoxPixels);
+    std::optional<Picture> picture = LoadPicture(*Files[size_t(k)], BoxPixels());
     if (!picture) return false;
     picOriginal = std::move(picture);
     return true;
@@ -148,12 +147,16 @@ void ThumbsCtl::FitThumb(int16_t MaxHeight, int16_t MaxWidth) {
     }
 }
 
+// The box in pixels of the display.
+Size ThumbsCtl::BoxPixels() { return {PixelsOf(BoxWidth, ScreenScale()), PixelsOf(BoxHeight, ScreenScale())}; }
+
 // Draws the last picture, stretched over the figure. Without one the figure stays blank.
 void ThumbsCtl::DrawThumb(int16_t W, int16_t H, int Index) {
     CellSheet::Figure& figure = picInterior.Change(Index).figure;
     figure.width = W;
     figure.height = H;
-    const Size pixels{PixelsOf(W), PixelsOf(H)};
+    const double scale = PixelsPerUnit(Index);
+    const Size pixels{PixelsOf(W, scale), PixelsOf(H, scale)};
     figure.image = Surface(pixels.width, pixels.height, ToPixel(ResolveColor(ButtonFaceColor)));
     // A picture many times longer than high may be thinner than a pixel: nothing to draw.
     if (!picOriginal || pixels.width == 0 || pixels.height == 0) return;

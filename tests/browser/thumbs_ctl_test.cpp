@@ -62,6 +62,17 @@ TEST_F(ThumbsCtlTest, ThumbnailFillsTheBoxOnOneSideAndItsSizeIsToldInCutPixels) 
     }
 }
 
+TEST_F(ThumbsCtlTest, ThumbnailsKeepThePixelsOfTheDisplayAsFarAsTheBarReaches) {
+    Form form("form", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    form.AddChild(thumbs);
+    desktop.scale = 1.5;
+    AddItems(85, {800, 600});
+    for (const auto& [k, width, height] : {std::array{1, 164, 123}, {84, 164, 123}, {85, 109, 82}}) {
+        EXPECT_EQ(Cell(k).figure.image.Bounds(), (Rect{0, 0, width, height})) << k;
+        EXPECT_EQ(Cell(k).figure.width, 1635);
+    }
+}
+
 TEST_F(ThumbsCtlTest, RowsOfFourDownToTheTwentiethWhereTheBarKeepsItsEnd) {
     AddItems(1);
     EXPECT_EQ(thumbs.picInterior.Height(), 2010);

@@ -26,7 +26,7 @@ public:
         double left = 0, top = 0, width = 1635, height = 1500;
         bool visible = false;
         std::string toolTip;
-        Surface image;  // in pixels; empty until drawn
+        Surface image;  // in pixels of the display; empty until drawn
     };
     struct Cell {
         Frame frame;

@@ -10,7 +10,9 @@
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
+#include <cmath>
 
+#include "platform/controls/cell_sheet.h"
 #include "platform/controls/picture_box.h"
 #include "platform/controls/scroll_bar.h"
 #include "platform/controls/simple_controls.h"
@@ -19,6 +21,7 @@
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
 #include "tests/platform/qt/fixture.h"
+#include "tests/support/picture_files.h"
 
 namespace {
 
@@ -117,6 +120,29 @@ TEST_F(Windows, ATooltipIsOneLineHoweverLong) {
     ASSERT_NE(tip, all.end());
     EXPECT_LT((*tip)->height(), 2 * (*tip)->fontMetrics().height());
     QToolTip::hideText();
+}
+
+TEST_F(Windows, AThumbnailInTheDisplaysPixelsIsShownPixelForPixel) {
+    for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0}) {
+        CellSheet sheet("sheet");
+        form.AddChild(sheet);
+        sheet.Place(0, 0, 200, 150);
+        CellSheet::Figure& figure = sheet.Load().figure;
+        figure.left = 47, figure.top = 33, figure.visible = true;
+        const Size pixels{int(std::lround(109 * ratio)), int(std::lround(100 * ratio))};
+        figure.image = PatternSurface(pixels);
+        Show();
+        QWidget& widget = *PeerOf(sheet)->Widget();
+        QPixmap display(widget.size() * ratio);
+        display.setDevicePixelRatio(ratio);
+        widget.render(&display);
+        const QImage shown = display.toImage();
+        const int left = int(std::lround(3 * ratio)), top = int(std::lround(2 * ratio));
+        int wrong = 0;
+        for (int y = 0; y < pixels.height; ++y)
+            for (int x = 0; x < pixels.width; ++x) wrong += shown.pixel(left + x, top + y) != PatternPixel(x, y);
+        EXPECT_EQ(wrong, 0) << ratio;
+    }
 }
 
 TEST_F(Windows, AYieldForPaintsThrowsInputAway) {

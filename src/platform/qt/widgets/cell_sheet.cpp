@@ -4,10 +4,12 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <cmath>
 
 #include "platform/controls/cell_sheet.h"
 #include "platform/qt/widgets/board.h"
 #include "platform/qt/widgets/peer.h"
+#include "platform/system/numbers.h"
 
 namespace {
 
@@ -32,7 +34,7 @@ protected:
                 painter.fillRect(ToQRect(CellSheet::FramePixels(sheet_.At(*i))), ToQColor(frame.backColor));
         for (auto i = cells.rbegin(); i != cells.rend(); ++i)
             if (const CellSheet::Figure& figure = sheet_.At(*i).figure; figure.visible)
-                PaintFigure(painter, ToQRect(CellSheet::FigurePixels(sheet_.At(*i))), figure.image);
+                PaintFigure(painter, ToQRect(CellSheet::FigurePixels(sheet_.At(*i))), figure);
     }
 
     void mousePressEvent(QMouseEvent* event) override {
@@ -82,7 +84,9 @@ protected:
 private:
     static QRect ToQRect(const Rect& r) { return {r.x, r.y, r.width, r.height}; }
 
-    static void PaintFigure(QPainter& painter, const QRect& place, const Surface& image) {
+    // An image in the display's own pixels is copied to whole ones: any stretch, by half a pixel only, would blur it.
+    static void PaintFigure(QPainter& painter, const QRect& place, const CellSheet::Figure& figure) {
+        const Surface& image = figure.image;
         if (image.Width() <= 0) return;
         if (image.IsUniform()) {
             painter.fillRect(place, QColor::fromRgb(image.Background()));
@@ -91,7 +95,16 @@ private:
         const Rect stored = image.StorageBounds();
         const QImage view(reinterpret_cast<const uchar*>(image.Row(0)), stored.width, stored.height,
                           qsizetype(image.Stride()) * 4, QImage::Format_RGB32);
-        painter.drawImage(place.topLeft(), view);
+        const QTransform toDisplay = painter.deviceTransform();
+        const QSizeF size(figure.width / TwipsPerPixel, figure.height / TwipsPerPixel);
+        const QSizeF shown(size.width() * toDisplay.m11(), size.height() * toDisplay.m22());
+        if (std::abs(shown.width() - stored.width) >= 1 || std::abs(shown.height() - stored.height) >= 1) {
+            painter.drawImage(QRectF(place.topLeft(), size), view);
+            return;
+        }
+        painter.setWorldTransform(toDisplay.inverted());
+        painter.drawImage(toDisplay.map(QPointF(place.topLeft())).toPoint(), view);
+        painter.resetTransform();
     }
 
     CellSheet& sheet_;
