@@ -138,19 +138,3 @@ TEST_F(ThumbsScanTest, OuterScanEndsWithoutAnotherItemWhereverTheNewOneBegins) {
         }
     }
 }
-
-TEST_F(ThumbsScanTest, SheetFollowsTheListAsItIsAfterTheYield) {
-    thumbs.SetColumns(0);
-    thumbs.SetColumnType(1);
-    for (int i = 0; i < 9; ++i) thumbs.AddItem("/p/sem-ficheiro.bmp");
-    thumbs.SetColumns(4);
-    desktop.onYield = [&](int) {
-        desktop.onYield = nullptr;
-        thumbs.Clear();
-        for (int i = 0; i < 5; ++i) thumbs.AddItem("/p/um.bmp");
-    };
-    thumbs.UserControl_Resize();  // would build nine cells, the list is replaced after the first
-    EXPECT_EQ(thumbs.picInterior.UpperBound(), 5);
-    EXPECT_EQ(thumbs.picInterior.Height(), 2 * 1810 + 200);
-    EXPECT_EQ(desktop.decodes, 1 + 5);  // cells in place are left alone
-}

@@ -107,31 +107,13 @@ TEST_F(FrmThumbsTest, TheListOfDrivesFollowsTheFoldersAndARefusedOneCostsNoFolde
     });
 }
 
-TEST_F(FrmThumbsTest, ADroppedPictureStartsTheGameAndChangesNoList) {
-    AddPictures("Imagens", 2);
-    AddPictures("Outra", 1);
-    const std::string dropped = home / "Outra/1.bmp", folder = home / "Imagens";
-    home.Write("a.jpg", "no picture");
-    Open([&](frmThumbs& dialog) {
-        for (const std::string& refused : {home / "a.jpg", home.Path(), home / "missing.bmp"})
-            dialog.DeliverFile(refused);
-        EXPECT_TRUE(dialog.IsShown());
-        EXPECT_FALSE(main->WouldTake(dropped));
-        dialog.DeliverFile(dropped);
-        EXPECT_FALSE(dialog.IsShown());
-        EXPECT_EQ(dialog.ThumbsCtl1.ListCount(), 2);
-        EXPECT_EQ(dialog.Dir1.Path(), folder);
-    });
-    EXPECT_TRUE(GameRunning);
-    EXPECT_EQ(BoardPicturePath, dropped);
-}
-
 // Whatever the player does, in whichever yield of the opening scan: the dialog ends, the scan
 // stops without another picture, and only a chosen picture becomes a game.
 TEST_F(FrmThumbsTest, AnyYieldOfAScanCanEndTheDialog) {
     AddPictures("Imagens", 4);
-    enum Act { Cancel, CloseBox, Ok, DoubleClick };
-    for (const Act act : {Cancel, CloseBox, Ok, DoubleClick}) {
+    AddPictures("Outra", 1);
+    enum Act { Cancel, CloseBox, Ok, DoubleClick, Drop };
+    for (const Act act : {Cancel, CloseBox, Ok, DoubleClick, Drop}) {
         int acted = 1, games = 0;
         for (int turn = 1; acted; ++turn) {
             ASSERT_LT(turn, 60);
@@ -144,17 +126,19 @@ TEST_F(FrmThumbsTest, AnyYieldOfAScanCanEndTheDialog) {
                 if (yield - start != turn || !Stands()) return;
                 acted = turn;
                 ThumbsCtl& thumbs = Dialog().ThumbsCtl1;
-                chosen = act >= Ok && thumbs.picInterior.UpperBound() >= 1;
+                chosen = act == Drop || (act >= Ok && thumbs.picInterior.UpperBound() >= 1);
                 const int decodes = desktop.decodes;
-                if (chosen) thumbs.imgFigura_Click(1);
+                if (chosen && act != Drop) thumbs.imgFigura_Click(1);
                 if (act == Cancel)
                     Dialog().cmdVoltar.DeliverClick();
                 else if (act == CloseBox || !chosen)
                     Dialog().DeliverClose();
                 else if (act == Ok)
                     Dialog().Command1.DeliverClick();
-                else
+                else if (act == DoubleClick)
                     thumbs.imgFigura_DblClick(1);
+                else
+                    Dialog().DeliverFile(home / "Outra/1.bmp");
                 decodesThen = desktop.decodes;
                 EXPECT_EQ(decodesThen - decodes, chosen ? 1 : 0);  // the game's own
             };

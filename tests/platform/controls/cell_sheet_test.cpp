@@ -101,13 +101,4 @@ TEST_F(Clicks, ADoubleClickFollowsOneClickAndOnlyOnAFigure) {
     EXPECT_THAT(events, ElementsAre("figure 1", "double 1", "frame 1"));
 }
 
-TEST_F(Clicks, EmptyingTheSheetBetweenPressAndReleaseClicksNothing) {
-    sheet.DeliverMouseDown(1, 0, 50, 50);
-    sheet.UnloadAll();
-    sheet.Load().figure.visible = true;
-    sheet.DeliverMouseUp(1, 0, 50, 50);
-    EXPECT_TRUE(events.empty());
-    EXPECT_EQ(sheet.HitCell(50, 50).index, 1);
-}
-
 }  // namespace

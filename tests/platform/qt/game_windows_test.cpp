@@ -96,30 +96,29 @@ TEST_F(GameWindows, KeysWalkThroughThePictureDialogAndTheWheelChoosesNoDrive) {
     frmThumbs dialog(skin, {});
     dialog.OnActivate = {};
     dialog.Show();
-    DoEvents();
     const auto widget = [](const Control& control) { return PeerOf(control)->Widget(); };
     const auto key = [](QWidget* to, int code, const QString& text = {}) {
         QKeyEvent event(QEvent::KeyPress, code, Qt::NoModifier, text);
         QCoreApplication::sendEvent(to, &event);
     };
     std::string order;
-    for (const QWidget* at = widget(dialog.Drive1); order.empty() || at != widget(dialog.Drive1);
-         at = at->nextInFocusChain())
+    const QWidget* at = widget(dialog.Drive1);
+    do {
         if (at->focusPolicy() & Qt::TabFocus) order += FromText(at->objectName()) + " ";
+        at = at->nextInFocusChain();
+    } while (at != widget(dialog.Drive1));
     EXPECT_EQ(order, "Drive1 Dir1 cmdVoltar scrThumbs Command1 ");
 
-    ThumbsCtl& thumbs = dialog.ThumbsCtl1;
-    thumbs.Clear();
-    ASSERT_TRUE(thumbs.scrThumbs.SetMax(5000));
-    for (const auto& [code, value] : {std::pair{Qt::Key_Down, thumbs.scrThumbs.SmallChange()},
-                                      {Qt::Key_PageDown, thumbs.scrThumbs.SmallChange() + 1133},
+    ScrollBar& bar = dialog.ThumbsCtl1.scrThumbs;
+    ASSERT_TRUE(bar.SetMax(5000) && bar.SetLargeChange(1133));
+    for (const auto& [code, value] : {std::pair{Qt::Key_Down, 1},
+                                      {Qt::Key_PageDown, 1134},
                                       {Qt::Key_End, 5000},
-                                      {Qt::Key_PageUp, 5000 - 1133},
+                                      {Qt::Key_PageUp, 3867},
                                       {Qt::Key_Home, 0}}) {
-        key(widget(thumbs.scrThumbs), code);
-        EXPECT_EQ(thumbs.scrThumbs.Value(), value) << code;
+        key(widget(bar), code);
+        EXPECT_EQ(bar.Value(), value) << code;
     }
-
     ASSERT_TRUE(dialog.Dir1.SetPath(folder.Path()));
     auto* rows = dynamic_cast<QListWidget*>(widget(dialog.Dir1));
     key(rows, Qt::Key_G, "g");
@@ -129,7 +128,7 @@ TEST_F(GameWindows, KeysWalkThroughThePictureDialogAndTheWheelChoosesNoDrive) {
     drives->addItem("x");
     const int shown = drives->currentIndex();
     for (const int eighths : {-120, 120}) {
-        QWheelEvent turn(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, {}, {}, Qt::NoScrollPhase, false);
+        QWheelEvent turn({5, 5}, {5, 5}, {}, {0, eighths}, {}, {}, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(drives, &turn);
         EXPECT_EQ(drives->currentIndex(), shown);
     }
