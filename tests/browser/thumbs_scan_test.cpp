@@ -4,8 +4,8 @@
 
 #include "browser/thumbs_ctl.h"
 #include "platform/system/files.h"
-#include "tests/support/yielding_desktop.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/yielding_desktop.h"
 
 using testing::UnorderedElementsAre;
 

@@ -124,7 +124,7 @@ TEST_F(Windows, ATooltipIsOneLineHoweverLong) {
 
 TEST_F(Windows, AThumbnailInTheDisplaysPixelsIsShownPixelForPixel) {
     for (const double ratio : {1.0, 1.25, 1.5, 1.75, 2.0}) {
-        const auto scaled = [ratio](double pixels) { return int(std::lround(pixels * ratio)); };
+        const auto scaled = [ratio](double pixels) { return int(std::floor(pixels * ratio + 0.5)); };
         CellSheet sheet("sheet");
         form.AddChild(sheet);
         sheet.Place(0, 0, 200, 150);
