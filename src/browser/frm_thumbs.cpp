@@ -92,10 +92,8 @@ void frmThumbs::Form_Activate() {
     DoEvents();
     if (IsUnloaded()) return;  // closed before it stood
     // Straight to the folder, so that no other is scanned before it; the drive list follows.
-    if (const std::optional<std::string> pictures = GamePictures())
-        Dir1.SetPath(*pictures);
-    else
-        Drive1.SetDrive(PuzzleModule::AppFolder);  // raises Change if it moves
+    const std::optional<std::string> pictures = GamePictures();
+    if (!pictures || !Dir1.SetPath(*pictures)) Drive1.SetDrive(PuzzleModule::AppFolder);  // raises Change if it moves
 }
 
 std::optional<std::string> frmThumbs::GamePictures() {
