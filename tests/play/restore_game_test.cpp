@@ -56,6 +56,8 @@ TEST_F(SavedGames, ADroppedGameIsTakenUpAndAHeldPieceLetGo) {
     for (const std::string& refused : {play.folder.Write("a.txt", play.folder.Read("a.pzl")), play.folder / "no.pzl"})
         play.main.DeliverFile(refused);
     ASSERT_TRUE(GridCols == 4 && PickedPiece != -1);
+    play.main.DeliverFile(play.folder.Write("bad.pzl", "x"));
+    EXPECT_TRUE(GridCols == 4 && PickedPiece == -1);
     play.main.DeliverFile(saved);
     EXPECT_TRUE(GridCols == 3 && GameRunning && PickedPiece == -1 && play.main.Timer1.Enabled());
     EXPECT_EQ(play.main.Pointer(), MousePointer::Default);
