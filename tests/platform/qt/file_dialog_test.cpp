@@ -34,8 +34,9 @@ protected:
                 QCoreApplication::processEvents();
             }
         });
-        return refusals +
-               fixture.desktop.FileDialog({save, "", "Jogos (*.pzl)", "*.pzl", folder.Path()}).value_or("cancelled");
+        FileDialogRequest request{
+            .save = save, .title = "", .filters = {{"Jogos (*.pzl)", "*.pzl"}}, .folder = folder.Path()};
+        return refusals + fixture.desktop.FileDialog(request).value_or("cancelled");
     }
 
     QtFixture fixture;
@@ -69,6 +70,8 @@ TEST_F(FileDialogs, ColumnsShowWhatTheyHoldWhateverTheDialogBeforeLeft) {
             header.hideSection(3);
             dialog->close();
         });
-        fixture.desktop.FileDialog({false, "", "", "", folder.Path()});
+        FileDialogRequest request;
+        request.folder = folder.Path();
+        fixture.desktop.FileDialog(request);
     }
 }
