@@ -28,7 +28,7 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/Imagens DESTINATION ${FENTO_SHARE})
 install(FILES ${PROJECT_SOURCE_DIR}/assets/Puzzle.skn DESTINATION ${FENTO_SHARE})
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/${FENTO_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/${FENTO_ID}.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
-foreach(size 16 32 48)
+foreach(size 16 32 48 64 96)
   install(FILES ${PROJECT_SOURCE_DIR}/assets/${FENTO_ID}-${size}.png RENAME ${FENTO_ID}.png
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)
 endforeach()

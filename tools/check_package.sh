@@ -16,7 +16,7 @@ for path in games/fento-lira-master share/fento-lira-master/Puzzle.skn share/app
     share/metainfo/fento-lira-master.metainfo.xml share/man/man6/fento-lira-master.6.gz share/doc/fento-lira-master/copyright \
     share/doc/fento-lira-master/changelog.Debian.gz share/icons/hicolor/scalable/apps/fento-lira-master.svg \
     share/icons/hicolor/16x16/apps/fento-lira-master.png share/icons/hicolor/32x32/apps/fento-lira-master.png \
-    share/icons/hicolor/48x48/apps/fento-lira-master.png; do
+    share/icons/hicolor/48x48/apps/fento-lira-master.png share/icons/hicolor/96x96/apps/fento-lira-master.png; do
     holds "$path"
 done
 dpkg-deb -x "$deb" build/package/tree

@@ -1,5 +1,5 @@
-// Makes the program's icon: make_icon FOLDER writes fento-lira-master-16.png, -32.png, -48.png
-// and fento-lira-master.ico with all three.
+// Makes the program's icon: make_icon FOLDER writes fento-lira-master-16.png, -32.png, -48.png, for dense
+// screens -64.png and -96.png, and fento-lira-master.ico with the first three.
 //
 // One piece of a picture of the sun over the sea. Each size has whole-pixel measures of its
 // own: a large icon made smaller would blur. fento-lira-master.svg shows the same piece.
@@ -31,10 +31,13 @@ struct Plan {
 };
 
 // clang-format off
-constexpr std::array<Plan, 3> Plans = {{
+constexpr size_t PlansInIco = 3;
+constexpr std::array<Plan, 5> Plans = {{
     {16, {1,  5}, {12, 16}, 1.0, { 6.5, 3.5}, {13.0, 10.5}, 2.5, {1.2, 10.5}, { 6.5, 15.8}, 1.5, 1.5, 1.0, 12, { 8.5,  8.5}, 1.5},
     {32, {2,  9}, {24, 31}, 2.0, {13.0, 5.5}, {27.5, 20.0}, 4.5, {5.0, 20.0}, {13.0, 28.0}, 3.2, 3.0, 2.0, 21, {17.0, 16.0}, 3.2},
     {48, {3, 14}, {36, 47}, 3.0, {19.5, 8.0}, {41.5, 30.5}, 6.5, {7.5, 30.5}, {19.5, 42.5}, 4.8, 3.6, 2.0, 32, {25.5, 24.5}, 5.0},
+    {64, {4, 18}, {48, 62}, 4.0, {26.0, 11.0}, {55.0, 40.0}, 9.0, {10.0, 40.0}, {26.0, 56.0}, 6.4, 5.4, 3.0, 42, {34.0, 32.0}, 6.6},
+    {96, {6, 27}, {72, 93}, 6.0, {39.0, 16.5}, {82.5, 60.0}, 13.5, {15.0, 60.0}, {39.0, 84.0}, 9.6, 7.8, 4.0, 63, {51.0, 48.0}, 9.9},
 }};
 // clang-format on
 
@@ -118,14 +121,16 @@ bool Write(const std::string& path, const std::string& bytes) {
 int main(int argc, char** argv) {
     if (argc != 2) return std::fprintf(stderr, "make_icon FOLDER\n"), 2;
     const std::string base = std::string(argv[1]) + "/fento-lira-master";
-    std::string directory = Little(0, 2) + Little(1, 2) + Little(Plans.size(), 2), images;
+    std::string directory = Little(0, 2) + Little(1, 2) + Little(PlansInIco, 2), images;
     bool good = true;
-    for (const Plan& plan : Plans) {
+    for (size_t i = 0; i < Plans.size(); ++i) {
+        const Plan& plan = Plans[i];
         const std::string png = Png(plan);
         good = good && Write(base + "-" + std::to_string(plan.size) + ".png", png);
+        if (i >= PlansInIco) continue;
         directory += Little(uint32_t(plan.size), 1) + Little(uint32_t(plan.size), 1) + Little(0, 2) + Little(1, 2) +
                      Little(32, 2);
-        directory += Little(uint32_t(png.size()), 4) + Little(uint32_t(6 + 16 * Plans.size() + images.size()), 4);
+        directory += Little(uint32_t(png.size()), 4) + Little(uint32_t(6 + 16 * PlansInIco + images.size()), 4);
         images += png;
     }
     return good && Write(base + ".ico", directory + images) ? 0 : 1;

@@ -13,7 +13,7 @@ namespace {
 
 QIcon ProgramIcon() {
     QIcon icon;
-    for (const char* name : {"ICON16", "ICON32", "ICON48"}) {
+    for (const char* name : {"ICON16", "ICON32", "ICON48", "ICON64", "ICON96"}) {
         const auto bytes = LoadResData(name, "PICTURE");
         QPixmap pixmap;
         if (pixmap.loadFromData(reinterpret_cast<const uchar*>(bytes.data()), uint(bytes.size())))

@@ -16,8 +16,7 @@ TEST(LoadResData, GivesTheVeryBytesOfEveryCarriedFile) {
                               {"ROTATE", "WAVE", "waves/rotate.wav"},
                               {"SPLASH", "PICTURE", "splash.bmp"},
                               {"ICON16", "PICTURE", "fento-lira-master-16.png"},
-                              {"ICON32", "PICTURE", "fento-lira-master-32.png"},
-                              {"ICON48", "PICTURE", "fento-lira-master-48.png"}};
+                              {"ICON96", "PICTURE", "fento-lira-master-96.png"}};
     for (const auto& [name, type, file] : cases) {
         const auto carried = LoadResData(name, type);
         const std::string bytes(reinterpret_cast<const char*>(carried.data()), carried.size());
