@@ -1,4 +1,4 @@
-"""Games on small and large screens, at whole and broken scales, and on a monitor larger than the primary one.
+"""Games on small and large screens, at whole and broken scales, and on a monitor beside the primary one.
 
 usage: screens.py PROGRAM SCREENSHOT_FOLDER [NAME...]
 """
@@ -106,16 +106,18 @@ def play(game, name, level, cell, shots):
 
 
 def two_monitors(program, shots):
-    """The window on a monitor larger than the primary one: the board is that of the primary screen."""
+    """The primary monitor lies to the right of a larger one: windows open on it, and the board is that of the primary
+    screen, also where the window fills the other one."""
     with Screen(2720, 1080) as screen:
-        run("xrandr", "--setmonitor", "*small", "800/210x600/160+0+0", "screen", env=screen.env)
-        run("xrandr", "--setmonitor", "big", "1920/500x1080/280+800+0", "none", env=screen.env)
+        run("xrandr", "--setmonitor", "big", "1920/500x1080/280+0+0", "screen", env=screen.env)
+        run("xrandr", "--setmonitor", "*small", "800/210x600/160+1920+200", "none", env=screen.env)
         game = start(Game(screen, program, room=(800, 600), primary=(800, 600)), 55)
+        check(screen.place(game.window)[0] == 1920, "the window opened beside the primary monitor")
         title = lambda: (screen.place(game.window)[0] + 300, screen.place(game.window)[1] - 10)
         screen.click(*title(), times=2)
         wait_for(lambda: screen.place(game.window)[2] < 800, "the window to be restored")
-        screen.xdo("windowmove", game.window, 1000, 100)
-        wait_for(lambda: screen.place(game.window)[0] >= 1000, "the window on the other monitor")
+        screen.xdo("windowmove", game.window, 200, 100)
+        wait_for(lambda: screen.place(game.window)[0] <= 201, "the window on the other monitor")
         screen.click(*title(), times=2)
         wait_for(lambda: screen.place(game.window)[2] >= 1918, "the window to fill the other monitor")
         screen.screenshot(f"{shots}/monitors-0-before.png")

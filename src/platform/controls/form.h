@@ -3,7 +3,7 @@
 // Forms are ordinary objects of C++: whoever shows a form modally owns it on the
 // stack of the command that opened it, and Show returns only after every routine of
 // the form has left the stack. Left, Top, Width, Height are the client area's, in
-// twips on the screen.
+// twips on the primary screen, wherever that lies among the monitors.
 #pragma once
 #include <optional>
 

@@ -6,6 +6,7 @@
 #include <QMenuBar>
 #include <QMimeData>
 #include <QMouseEvent>
+#include <QScreen>
 #include <QScrollBar>
 #include <QToolTip>
 #include <QWheelEvent>
@@ -75,6 +76,14 @@ protected:
 };
 
 }  // namespace
+
+TEST_F(Windows, APlaceIsCountedFromThePrimaryScreensCorner) {
+    form.CenterOnScreen();
+    Show();
+    const QRect primary = QGuiApplication::primaryScreen()->geometry();
+    ASSERT_NE(primary.topLeft(), QPoint());
+    EXPECT_EQ(FormWindow::Of(form)->geometry(), QRect(primary.topLeft() + QPoint(200, 250), QSize(400, 300)));
+}
 
 TEST_F(Windows, ADoubleClickIsPressReleaseClickPressDoubleClickRelease) {
     Show();

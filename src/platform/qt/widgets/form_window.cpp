@@ -177,16 +177,20 @@ int FormWindow::MenuHeight() const {
     return tall > 0 ? tall : menuBar_->sizeHint().height();
 }
 
-// Left and Top are the client area's. A maximised window keeps the place it has.
+// Left and Top are the client area's, from the corner of the primary screen, which can lie anywhere among the
+// monitors. A maximised window keeps the place it has.
 void FormWindow::TakeGeometry() {
     const Rect r = form_.PixelRect();
     if (windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)) return;
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    const QPoint corner = primary ? primary->geometry().topLeft() : QPoint();
     const int menu = MenuHeight();
+    const QRect place(corner.x() + r.x, corner.y() + r.y - menu, r.width, r.height + menu);
     if (form_.BorderStyle() != FormBorder::Sizable) {
-        setFixedSize(r.width, r.height + menu);
-        setGeometry(r.x, r.y - menu, r.width, r.height + menu);
+        setFixedSize(place.size());
+        setGeometry(place);
     } else if (r.width > 0 && r.height > 0) {
-        setGeometry(r.x, r.y - menu, r.width, r.height + menu);
+        setGeometry(place);
     }
 }
 
