@@ -27,17 +27,20 @@ TEST_F(ShellWindows, TheSplashLeadsTheMainWindowInAndIsGone) {
     EXPECT_NEAR(desktop.SteadySeconds() - start, 2.0, 0.001);
 }
 
-TEST_F(ShellWindows, ASlowLoadIsNotWaitedForAndNothingIsDeliveredInTheWaits) {
+TEST_F(ShellWindows, ASlowLoadIsNotWaitedForAndAPressInTheWaitDragsTheSplashAfterIt) {
     FrmSplash splash(main);
-    main.OnLoad = [this] {
+    main.SetState(WindowState::Maximized);
+    main.OnLoad = [&] {
         desktop.Advance(2);
-        desktop.PostInput([this] { desktop.log.push_back("press"); });
+        desktop.PostInput([&] { splash.DeliverMouseDown(2, 0, 300, 100); });
+        desktop.PostInput([&] { splash.DeliverMouseDown(1, 0, 300, 100); });
     };
     splash.Show();
     desktop.RunPending();
-    EXPECT_THAT(desktop.log, ElementsAre("show FrmSplash", "events", "show frmMain", "events", "press",
+    EXPECT_THAT(desktop.log, ElementsAre("show FrmSplash", "events", "show frmMain", "events", "drag FrmSplash",
                                          "show FrmSplash", "events", "sleep 0.5", "hide FrmSplash"));
     EXPECT_THAT(desktop.shown, ElementsAre(&main));
+    EXPECT_EQ(main.ScaleHeight(), 768 - desktop.frameAndMenu.height);
 }
 
 TEST_F(ShellWindows, TheAboutBoxOpensItsPagesAndStaysUntilOk) {

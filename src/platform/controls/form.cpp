@@ -37,9 +37,12 @@ void Form::CreateMenuPeers(std::deque<MenuItem>& items) {
 void Form::Show(Modality modality) {
     Load();
     if (unloaded_) return;
+    const bool appears = !shown_;
     shown_ = true;
     if (modality == Modality::Modeless) {
         TheWindows().ShowForm(*this);
+        // Whoever shows the window yields for himself: what the player did before is his to deliver.
+        if (appears && state_ == WindowState::Maximized) TheWindows().AwaitState(*this, state_, Yield::KeepingInput);
         return;
     }
     [[maybe_unused]] const int before = depth_;
@@ -73,7 +76,7 @@ void Form::SetState(WindowState state) {
     if (state == state_) return;
     state_ = state;
     Tell(Aspect::State);
-    if (shown_) TheWindows().AwaitState(*this, state);
+    if (shown_) TheWindows().AwaitState(*this, state, Yield::PaintsAndTimers);
 }
 
 void Form::SetBackColor(Color color) {

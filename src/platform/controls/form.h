@@ -28,7 +28,8 @@ public:
     void Load();
     bool IsLoaded() const { return loaded_; }
 
-    // Modeless: shows the window, or brings it to the front, and returns.
+    // Modeless: shows the window, or brings it to the front, and returns. One that appears in the state
+    // Maximized has its size then, as SetState promises; what the player does meanwhile is kept for later.
     // Modal: blocks the program's other windows and returns once the form is hidden or
     // unloaded and all its handlers have returned. A hidden form may be shown again, an
     // unloaded one may not: the call does nothing then.
@@ -51,7 +52,8 @@ public:
 
     WindowState State() const { return state_; }
     // Returns after the desktop has granted the new state and its size has come in,
-    // or after a bounded wait. A form that is not shown takes the state when it is.
+    // or after a bounded wait; what the player does meanwhile is discarded. A form that is
+    // not shown takes the state when it is.
     void SetState(WindowState state);
 
     Color BackColor() const { return backColor_; }
@@ -64,7 +66,8 @@ public:
     void SetRegion(std::optional<Region> region);
     const std::optional<Region>& Shape() const { return region_; }
 
-    // Lets the player drag the window as if by a title bar.
+    // Lets the player drag the window as if by a title bar, from where the press was until the button
+    // goes up. Called from within a MouseDown handler.
     void DragAsWindow();
     MouseHandler MouseDown;  // on the form itself, in its own scale's pixels
     void DeliverMouseDown(int16_t button, int16_t shift, float x, float y);

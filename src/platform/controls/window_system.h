@@ -5,6 +5,7 @@
 
 #include "platform/controls/form.h"
 #include "platform/controls/peer.h"
+#include "platform/system/desktop.h"
 
 class PictureBox;
 
@@ -19,15 +20,19 @@ public:
     // Windows. The form counts as shown (IsShown) before ShowForm or RunModal is called and no
     // longer when HideForm is. RunModal shows the window itself (there is no ShowForm before
     // it) and returns when the form is no longer shown. ShowForm of a form that is shown brings
-    // it to the front. A form shown in the state Maximized gets its size by DeliverResize
-    // before ShowForm returns, if the desktop can tell it. HideForm may come for a form
-    // whose derived part is gone already, or one that the desktop does not know.
+    // it to the front. HideForm may come for a form whose derived part is gone already, or one
+    // that the desktop does not know.
     virtual void ShowForm(Form& form) = 0;
     virtual void RunModal(Form& form) = 0;
     virtual void HideForm(Form& form) = 0;
-    virtual void AwaitState(Form& form, WindowState state) = 0;
     // How many pixels of its screen a logical pixel of the form has along one side; may be broken (1.25).
     virtual double ScaleOf(Form& form) = 0;
+    // Returns once the desktop has granted the state and the form has its size by DeliverResize, or
+    // after a bounded wait. `meanwhile` says what the wait delivers.
+    virtual void AwaitState(Form& form, WindowState state, Yield meanwhile) = 0;
+    // Called within the handler of a press. The box or window follows the pointer from where that
+    // press was until the button is up, and the call returns then; Wayland moves windows itself, and
+    // the call returns at once.
     virtual void DragBox(PictureBox& box) = 0;
     virtual void DragForm(Form& form) = 0;
 

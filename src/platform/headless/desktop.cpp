@@ -101,7 +101,12 @@ void HeadlessDesktop::DoEvents(Yield yield) {
         return;
     }
     log.push_back("paints");
-    std::erase_if(events_, [](const Event& event) { return event.input; });
+    PassOver(yield);
+}
+
+// A yield that delivers nothing of the player's.
+void HeadlessDesktop::PassOver(Yield yield) {
+    if (yield == Yield::PaintsAndTimers) std::erase_if(events_, [](const Event& event) { return event.input; });
     RunDueTimers();
 }
 
@@ -147,13 +152,7 @@ void HeadlessDesktop::BringForward(Form& form) {
     const bool active = !shown.empty() && shown.back() == &form;
     std::erase(shown, &form);
     shown.push_back(&form);
-    if (form.State() == WindowState::Maximized) GrantMaximized(form);
     if (!active) PostActivation(form);
-}
-
-void HeadlessDesktop::GrantMaximized(Form& form) {
-    if (form.BorderStyle() == FormBorder::Sizable)
-        form.DeliverResize({screen_.width - frameAndMenu.width, screen_.height - frameAndMenu.height});
 }
 
 void HeadlessDesktop::ShowForm(Form& form) {
@@ -185,8 +184,10 @@ void HeadlessDesktop::HideForm(Form& form) {
     if (wasActive && !shown.empty()) PostActivation(*shown.back());
 }
 
-void HeadlessDesktop::AwaitState(Form& form, WindowState state) {
-    if (state == WindowState::Maximized) GrantMaximized(form);
+void HeadlessDesktop::AwaitState(Form& form, WindowState state, Yield meanwhile) {
+    PassOver(meanwhile);
+    if (state == WindowState::Maximized && form.BorderStyle() == FormBorder::Sizable)
+        form.DeliverResize({screen_.width - frameAndMenu.width, screen_.height - frameAndMenu.height});
 }
 
 void HeadlessDesktop::DragBox(PictureBox& box) { log.push_back("drag " + box.Name()); }

@@ -77,7 +77,7 @@ public:
     void ShowForm(Form& form) override;
     void RunModal(Form& form) override;  // ends (and says so in modalTrouble) when no event is left that could close it
     void HideForm(Form& form) override;
-    void AwaitState(Form& form, WindowState state) override;
+    void AwaitState(Form& form, WindowState state, Yield meanwhile) override;
     double ScaleOf(Form&) override { return scale; }
     void DragBox(PictureBox& box) override;
     void DragForm(Form& form) override;
@@ -109,7 +109,7 @@ public:
 private:
     void BringForward(Form& form);
     void PostActivation(Form& form);
-    void GrantMaximized(Form& form);
+    void PassOver(Yield yield);
     bool RunNextEvent();
     bool RunNextTimer(double until);
     void RunDueTimers();

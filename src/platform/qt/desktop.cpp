@@ -1,8 +1,10 @@
 // Windows, message loop, timers, clock and end of the desktop on Qt.
 #include "platform/qt/desktop.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDesktopServices>
+#include <QMouseEvent>
 #include <QPalette>
 #include <QScreen>
 #include <QTimer>
@@ -67,7 +69,10 @@ QtDesktop::~QtDesktop() {
 // Input is taken at the widget, not at the window of the desktop: so Qt's own account of
 // which buttons are down stays right.
 bool QtDesktop::eventFilter(QObject* receiver, QEvent* event) {
-    if (discarding_ == 0 || !IsInput(event->type()) || receiver->isWindowType()) return false;
+    if (receiver->isWindowType()) return false;
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
+        pressedAt_ = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
+    if (discarding_ == 0 || !IsInput(event->type())) return false;
     event->ignore();
     return true;
 }
@@ -85,7 +90,6 @@ void QtDesktop::ShowWindow(FormWindow& window, bool modal) {
     window.RequestState(form.State());
     window.show();
     if (form.BorderStyle() == FormBorder::None) window.raise();
-    if (form.State() == WindowState::Maximized) AwaitState(window.TheForm(), WindowState::Maximized);
 }
 
 void QtDesktop::ShowForm(Form& form) {
@@ -118,7 +122,7 @@ void QtDesktop::HideForm(Form& form) {
     if (FormWindow* window = FormWindow::Of(form)) window->hide();
 }
 
-void QtDesktop::AwaitState(Form& form, WindowState state) {
+void QtDesktop::AwaitState(Form& form, WindowState state, Yield meanwhile) {
     FormWindow* window = FormWindow::Of(form);
     if (!window || !window->isVisible()) return;
     const Qt::WindowStates wanted = state == WindowState::Maximized   ? Qt::WindowMaximized
@@ -126,12 +130,12 @@ void QtDesktop::AwaitState(Form& form, WindowState state) {
                                                                       : Qt::WindowNoState;
     if ((window->windowState() & (Qt::WindowMaximized | Qt::WindowMinimized)) != wanted) window->RequestState(state);
     if (state != WindowState::Maximized) {
-        DoEvents(Yield::PaintsAndTimers);
+        DoEvents(meanwhile);
         return;
     }
     const QPointer<FormWindow> alive = window;
     while (alive && alive->isVisible() && !alive->StateSettled()) {
-        DoEvents(Yield::PaintsAndTimers);
+        DoEvents(meanwhile);
         SleepUntil(SteadySeconds() + 0.002);
     }
 }
@@ -148,7 +152,7 @@ void QtDesktop::NoteActivation(FormWindow& window) {
         &window,
         [this, &window] {
             if (!window.isVisible() || active_ == &window.TheForm()) return;
-            if (discarding_ > 0) {  // a routine of the game is in mid-work; once more when it is through
+            if (discarding_ + keeping_ > 0) {  // a routine of the game is in mid-work; once more when it is through
                 QTimer::singleShot(ActivationRetry, &window, [this, &window] { NoteActivation(window); });
                 return;
             }
@@ -170,7 +174,7 @@ void QtDesktop::Run() {
 
 // A window just shown paints itself once the desktop has mapped it, which can take longer than
 // one round of events.
-void QtDesktop::AwaitFirstPaint() {
+void QtDesktop::AwaitFirstPaint(QEventLoop::ProcessEventsFlags flags) {
     const auto waiting = [] {
         const auto& all = FormWindow::All();
         return std::any_of(all.begin(), all.end(), [](const FormWindow* window) {
@@ -180,17 +184,25 @@ void QtDesktop::AwaitFirstPaint() {
     const double end = SteadySeconds() + LongestFirstPaint;
     while (waiting() && SteadySeconds() < end) {
         SleepUntil(SteadySeconds() + 0.002);
-        QCoreApplication::processEvents();
+        QCoreApplication::processEvents(flags);
     }
 }
 
 void QtDesktop::DoEvents(Yield yield) {
+    const QEventLoop::ProcessEventsFlags flags =
+        yield == Yield::KeepingInput ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents;
     if (yield == Yield::PaintsAndTimers) ++discarding_;
-    QCoreApplication::processEvents();
-    AwaitFirstPaint();
+    if (yield == Yield::KeepingInput) ++keeping_;
+    QCoreApplication::processEvents(flags);
+    AwaitFirstPaint(flags);
     // What was painted leaves for a Wayland display at the beginning of the next round only.
-    if (QGuiApplication::platformName().startsWith("wayland")) QCoreApplication::processEvents();
+    if (OnWayland()) QCoreApplication::processEvents(flags);
     if (yield == Yield::PaintsAndTimers) --discarding_;
+    if (yield == Yield::KeepingInput) {
+        --keeping_;
+        // The dispatcher looks at what it has kept only when something wakes it.
+        QCoreApplication::eventDispatcher()->wakeUp();
+    }
 }
 
 void QtDesktop::TimerChanged(Timer& timer, bool dying) {

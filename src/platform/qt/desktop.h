@@ -10,6 +10,7 @@
 #pragma once
 #include <QEventLoop>
 #include <QObject>
+#include <QPoint>
 #include <QPointer>
 #include <QString>
 #include <functional>
@@ -36,7 +37,7 @@ public:
     void ShowForm(Form& form) override;
     void RunModal(Form& form) override;
     void HideForm(Form& form) override;
-    void AwaitState(Form& form, WindowState state) override;
+    void AwaitState(Form& form, WindowState state, Yield meanwhile) override;
     double ScaleOf(Form& form) override;
     void DragBox(PictureBox& box) override;
     void DragForm(Form& form) override;
@@ -88,12 +89,14 @@ private:
     // A window became the active one. Its form hears of it from the message loop, and only
     // if another form was active before.
     void NoteActivation(FormWindow& window);
-    void AwaitFirstPaint();
+    void AwaitFirstPaint(QEventLoop::ProcessEventsFlags flags);
 
     std::map<Timer*, QTimer*> timers_;
-    std::vector<ModalLoop> modal_;    // innermost last
-    const Form* active_ = nullptr;    // the form that was told last that it is active
-    int discarding_ = 0;              // yields under way in which input is thrown away
+    std::vector<ModalLoop> modal_;  // innermost last
+    const Form* active_ = nullptr;  // the form that was told last that it is active
+    int discarding_ = 0;            // yields under way in which input is thrown away
+    int keeping_ = 0;               // and in which it waits
+    QPoint pressedAt_;              // where on the desktop a button was last pressed
     std::optional<Decoded> decoded_;  // during a yield, not yet asked for
     QString skin_;
     QtSound sound_;

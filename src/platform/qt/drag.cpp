@@ -1,5 +1,4 @@
 // Dragging a box about its container, or a window about the screen, as if by a title bar.
-#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QWindow>
@@ -18,11 +17,12 @@ namespace {
 // the pointer has come.
 class DragLoop : public QObject {
 public:
-    explicit DragLoop(std::function<void(QPoint)> moved) : moved_(std::move(moved)) { qApp->installEventFilter(this); }
-
-    void Run() {
-        if (QGuiApplication::mouseButtons() != Qt::NoButton) loop_.exec();
+    DragLoop(QPoint start, std::function<void(QPoint)> moved) : moved_(std::move(moved)), start_(start) {
+        qApp->installEventFilter(this);
     }
+
+    // The press may lie back: what the player did since then comes in now, a release that ends it all included.
+    void Run() { loop_.exec(); }
 
 protected:
     bool eventFilter(QObject* receiver, QEvent* event) override {
@@ -31,15 +31,14 @@ protected:
             case QEvent::MouseButtonRelease:
             case QEvent::MouseButtonPress:
             case QEvent::MouseButtonDblClick: {
-                if (receiver->isWindowType()) return false;  // its widget gets it next
+                if (over_ || receiver->isWindowType()) return false;  // a window's widget gets it next
                 const auto& mouse = static_cast<QMouseEvent&>(*event);
                 moved_(mouse.globalPosition().toPoint() - start_);
-                if (mouse.buttons() == Qt::NoButton) loop_.quit();
+                if (mouse.buttons() == Qt::NoButton) End();
                 return true;
             }
             case QEvent::WindowBlocked:
-            case QEvent::ApplicationDeactivate:
-                loop_.quit();
+                End();
                 return false;
             default:
                 return false;
@@ -47,9 +46,16 @@ protected:
     }
 
 private:
+    // The loop lets out only after all that is pending, moves after the release among it.
+    void End() {
+        over_ = true;
+        loop_.quit();
+    }
+
     QEventLoop loop_;
+    bool over_ = false;
     std::function<void(QPoint)> moved_;
-    const QPoint start_ = QCursor::pos();
+    const QPoint start_;
 };
 
 }  // namespace
@@ -57,15 +63,19 @@ private:
 void QtDesktop::DragBox(PictureBox& box) {
     const double left = box.Left(), top = box.Top();
     const double units = box.Parent() && box.Parent()->InnerScale() == ScaleMode::Twips ? double(TwipsPerPixel) : 1.0;
-    DragLoop([&](QPoint way) { box.Move(left + way.x() * units, top + way.y() * units); }).Run();
+    DragLoop(pressedAt_, [&](QPoint way) { box.Move(left + way.x() * units, top + way.y() * units); }).Run();
     BoxWidget::ForgetHeld();
 }
 
-// The desktop moves its windows itself where it can; the call returns at once then.
+// A desktop asked to move a window itself takes it where the pointer is by then, and goes on after a release that
+// nobody has seen yet. Wayland lets nobody else do it, but knows its own presses.
 void QtDesktop::DragForm(Form& form) {
     FormWindow* window = FormWindow::Of(form);
     if (!window || !window->windowHandle()) return;
-    if (window->windowHandle()->startSystemMove()) return;
+    if (OnWayland()) {
+        window->windowHandle()->startSystemMove();
+        return;
+    }
     const QPoint from = window->pos();
-    DragLoop([&](QPoint way) { window->move(from + way); }).Run();
+    DragLoop(pressedAt_, [&](QPoint way) { window->move(from + way); }).Run();
 }

@@ -16,6 +16,7 @@ class Timer;
 enum class Yield {
     Everything,       // events, timers, paints
     PaintsAndTimers,  // what the player does meanwhile is discarded, not kept
+    KeepingInput,     // paints and timers; what the player does meanwhile waits for a later yield
 };
 
 // Styles of a message box add up: buttons and an icon.

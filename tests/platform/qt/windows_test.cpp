@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QScreen>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
@@ -110,6 +111,30 @@ TEST_F(Windows, AMissedReleaseIsMadeUpForAtTheNextMove) {
     Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
     Send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton, {31, 41});
     EXPECT_EQ(log, "down1@30,40 up1@31,41 move0@31,41 ");
+}
+
+TEST_F(Windows, ADraggedWindowFollowsFromThePressToTheReleaseAndNoFurther) {
+    QWidget* client = nullptr;
+    QPoint pressed;
+    const auto send = [&](QEvent::Type type, QPoint way, Qt::MouseButtons down) {
+        QMouseEvent event(type, QPoint(50, 60), pressed + way, Qt::LeftButton, down, Qt::NoModifier);
+        QCoreApplication::sendEvent(client, &event);
+    };
+    // The press comes late: everything after it is pending already.
+    form.MouseDown = [&](int16_t, int16_t, float, float) {
+        QTimer::singleShot(0, [&] {
+            send(QEvent::MouseMove, {30, 200}, Qt::LeftButton);
+            send(QEvent::MouseButtonRelease, {-40, 25}, {});
+            send(QEvent::MouseMove, {300, 300}, {});
+        });
+        form.DragAsWindow();
+    };
+    Show();
+    client = FormWindow::Of(form)->Client();
+    pressed = client->mapToGlobal(QPoint(50, 60));
+    const QPoint before = FormWindow::Of(form)->pos();
+    send(QEvent::MouseButtonPress, {}, Qt::LeftButton);
+    EXPECT_EQ(FormWindow::Of(form)->pos() - before, QPoint(-40, 25));
 }
 
 TEST_F(Windows, APressOnALabelIsNotItsContainers) {

@@ -22,8 +22,6 @@ constexpr int LongestStateWait = 400;  // milliseconds for a window manager to g
 
 std::vector<FormWindow*> windows;
 
-bool MasksWork() { return !QGuiApplication::platformName().startsWith("wayland"); }
-
 Qt::WindowFlags FlagsOf(FormBorder border) {
     switch (border) {
         case FormBorder::Sizable:
@@ -47,7 +45,7 @@ protected:
     void paintEvent(QPaintEvent* event) override {
         const Form& form = window_.TheForm();
         QPainter painter(this);
-        if (form.Shape() && !MasksWork()) painter.setClipRegion(ShapeOf(form));
+        if (form.Shape() && OnWayland()) painter.setClipRegion(ShapeOf(form));
         painter.fillRect(event->rect(), ToQColor(form.BackColor()));
         QStyleOption option;
         option.initFrom(this);
@@ -202,7 +200,7 @@ void FormWindow::TakeRegion() {
     // An empty mask would count as none.
     const QRegion shape = ClientArea::ShapeOf(form_);
     setMask(shape.isEmpty() ? QRegion(-1, -1, 1, 1) : shape);
-    if (!MasksWork()) {  // the mask then only lets clicks through
+    if (OnWayland()) {  // the mask then only lets clicks through
         setAttribute(Qt::WA_TranslucentBackground);
         client_->update();
     }

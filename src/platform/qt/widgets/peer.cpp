@@ -4,6 +4,7 @@
 #include <QCursor>
 #include <QFont>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <cmath>
 
 #include "platform/controls/cell_sheet.h"
@@ -55,6 +56,8 @@ QWidget* ContainerOf(const Control& control) {
         if (const QtPeer* peer = PeerOf(*c)) return peer->Content();
     return nullptr;
 }
+
+bool OnWayland() { return QGuiApplication::platformName().startsWith("wayland"); }
 
 int16_t ButtonBits(Qt::MouseButtons buttons) {
     static_assert(Qt::LeftButton == 1 && Qt::RightButton == 2 && Qt::MiddleButton == 4);

@@ -34,6 +34,9 @@ QtPeer* PeerOf(const Control& control);
 // The widget in which the peer of a child of `control`'s container is made.
 QWidget* ContainerOf(const Control& control);
 
+// Wayland places and moves windows itself, and cuts no shapes.
+bool OnWayland();
+
 // Mouse and pointer in the game's numbers.
 int16_t ButtonBits(Qt::MouseButtons buttons);
 int16_t ShiftBits(Qt::KeyboardModifiers modifiers);
