@@ -22,8 +22,9 @@
 
 namespace {
 
-constexpr int ActivationRetry = 10;        // milliseconds
-constexpr double LongestFirstPaint = 0.3;  // seconds to wait for a new window to appear
+constexpr int ActivationRetry = 10;                                  // milliseconds
+constexpr double LongestFirstPaint = 0.3;                            // seconds to wait for a new window to appear
+constexpr double LeastTimeToFront = 0.05, LongestTimeToFront = 0.3;  // and for a window to come to the front
 
 // What the player does, as opposed to what the desktop does.
 bool IsInput(QEvent::Type type) {
@@ -89,17 +90,32 @@ void QtDesktop::ShowWindow(FormWindow& window, bool modal) {
     FormWindow::Attach(window, modal ? owner : nullptr);
     window.RequestState(form.State());
     window.show();
-    if (form.BorderStyle() == FormBorder::None) window.raise();
+    // Where no window manager sees to it.
+    for (FormWindow* other : FormWindow::All())
+        if (other->TheForm().BorderStyle() == FormBorder::None && other->isVisible()) other->raise();
 }
 
 void QtDesktop::ShowForm(Form& form) {
     FormWindow* window = FormWindow::Of(form);
     if (!window) return;
-    if (window->isVisible()) {
-        window->raise();
-        window->activateWindow();
-    } else {
+    if (window->isVisible())
+        BringToFront(*window);
+    else
         ShowWindow(*window, false);
+}
+
+// A window manager does it in its own time, and only then comes the order to paint what was covered. Nothing
+// follows by which to know it but, mostly, the activation.
+void QtDesktop::BringToFront(FormWindow& window) {
+    window.raise();
+    window.activateWindow();
+    const double start = SteadySeconds();
+    const QPointer<FormWindow> alive = &window;
+    for (double passed = 0; passed < LeastTimeToFront || (passed < LongestTimeToFront && !window.isActiveWindow());
+         passed = SteadySeconds() - start) {
+        DoEvents(Yield::KeepingInput);
+        if (!alive) return;
+        SleepUntil(SteadySeconds() + 0.002);
     }
 }
 

@@ -86,6 +86,7 @@ private:
     // Runs `dialog` over the active window, which keeps its style sheet to itself.
     int RunDialog(QDialog& dialog);
     void ShowWindow(FormWindow& window, bool modal);
+    void BringToFront(FormWindow& window);
     // A window became the active one. Its form hears of it from the message loop, and only
     // if another form was active before.
     void NoteActivation(FormWindow& window);

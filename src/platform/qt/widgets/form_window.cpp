@@ -22,15 +22,19 @@ constexpr int LongestStateWait = 400;  // milliseconds for a window manager to g
 
 std::vector<FormWindow*> windows;
 
+// A tool is in front of the program's other windows, not of other programs', and in no list of tasks.
 Qt::WindowFlags FlagsOf(FormBorder border) {
+    const Qt::WindowFlags titled =
+        Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
     switch (border) {
         case FormBorder::Sizable:
             return Qt::Window;
         case FormBorder::None:
-            return Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+            return Qt::Tool | Qt::FramelessWindowHint;
+        case FormBorder::FixedToolWindow:
+            return Qt::Tool | titled;
         default:
-            return Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                   Qt::WindowCloseButtonHint;
+            return Qt::Dialog | titled;
     }
 }
 
@@ -122,7 +126,8 @@ std::unique_ptr<QtPeer> MakeFormPeer(Form& form) { return std::make_unique<FormP
 FormWindow::FormWindow(Form& form)
     : QWidget(nullptr, FlagsOf(form.BorderStyle())), form_(form), client_(new ClientArea(*this)) {
     windows.push_back(this);
-    setWindowTitle(ToText(form.Caption()));
+    // The toolkit would show the program's name in place of an empty title.
+    setWindowTitle(form.Caption().empty() ? " " : ToText(form.Caption()));
     setAttribute(Qt::WA_QuitOnClose, false);
     client_->setObjectName(ToText(form.Name()));
     if (form.TakesFile) TakeFileDrops(*this);
