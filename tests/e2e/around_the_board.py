@@ -6,7 +6,7 @@ usage: around_the_board.py PROGRAM SCREENSHOT_FOLDER [WIDTHxHEIGHT]
 import os
 import time
 
-from desktop import Game, Saved, Screen, at_rest, check, script, wait_for
+from desktop import Game, Saved, Screen, at_rest, check, run, script, wait_for
 
 
 def differences(before, after, area):
@@ -123,8 +123,11 @@ def small_windows(game):
     screen = game.screen
     for _ in range(2):
         game.menu(2, "Up", "Return")
-        screen.window(" Sobre o Fento-Lira Master")
+        about = screen.window(" Sobre o Fento-Lira Master")
         time.sleep(0.3)
+        _, y, _, height = screen.place(about)
+        edges = [int(n) for n in run("xprop", "-id", about, "_NET_FRAME_EXTENTS", env=screen.env).split("=")[1].split(",")]
+        check(abs(2 * y - edges[2] + height + edges[3] - screen.height) <= 2, "the About box is not centred")
         screen.screenshot(game.shots + "/4-about.png")
         screen.key("ctrl+o")
         time.sleep(0.4)

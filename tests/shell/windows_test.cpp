@@ -45,6 +45,11 @@ TEST_F(ShellWindows, ASlowLoadIsNotWaitedForAndAPressInTheWaitDragsTheSplashAfte
 
 TEST_F(ShellWindows, TheAboutBoxOpensItsPagesAndStaysUntilOk) {
     FrmAbout about;
+    about.Load();
+    EXPECT_EQ(about.PixelRect().y, (768 - (1 + 21 + 196)) / 2 + 21) << "centred with its title bar";
+    desktop.frame.top = 61;
+    about.DeliverFrame();
+    EXPECT_EQ(about.PixelRect().y, (768 - (1 + 61 + 196)) / 2 + 61);
     desktop.Post([this, &about] {
         about.Label11.DeliverClick();
         about.Label6.DeliverClick();

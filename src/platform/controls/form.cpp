@@ -65,7 +65,13 @@ void Form::Unload() {
 }
 
 void Form::CenterOnScreen() {
-    Move(TheDesktop().ScreenWidth() / 2 - Width() / 2, TheDesktop().ScreenHeight() / 2 - Height() / 2);
+    centred_ = true;
+    const FrameMargins frame = TheWindows().FrameOf(*this);
+    const auto first = [](double screen, double size, int before, int behind) {
+        return screen / 2 - (size + (before + behind) * TwipsPerPixel) / 2 + before * TwipsPerPixel;
+    };
+    Move(first(TheDesktop().ScreenWidth(), Width(), frame.left, frame.right),
+         first(TheDesktop().ScreenHeight(), Height(), frame.top, frame.bottom));
 }
 
 double Form::ScaleWidth() const { return InnerScale() == ScaleMode::Twips ? Width() : Width() / TwipsPerPixel; }
@@ -114,6 +120,10 @@ void Form::DeliverResize(Size clientPixels) {
     if (sized_ && !changed) return;
     sized_ = true;
     RaiseFromProgram(*this, OnResize);
+}
+
+void Form::DeliverFrame() {
+    if (centred_) CenterOnScreen();
 }
 
 void Form::DeliverState(WindowState state) { state_ = state; }

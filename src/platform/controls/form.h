@@ -42,7 +42,7 @@ public:
     void Unload();
     bool IsUnloaded() const { return unloaded_; }
 
-    // Centred on the screen (twips, in floating point).
+    // Centred on the screen together with its frame (twips, in floating point).
     void CenterOnScreen();
 
     // The client area in the form's own scale.
@@ -88,6 +88,7 @@ public:
     // The way in for a backend.
     void DeliverActivate();
     void DeliverResize(Size clientPixels);  // the size the desktop granted; OnResize if new, and the first time
+    void DeliverFrame();                    // the window has its frame: one that was centred is so anew
     void DeliverState(WindowState state);   // the player changed it
     void DeliverClose();                    // the close box: Unload
     bool WouldTake(const std::string& path);
@@ -120,6 +121,6 @@ private:
     Color backColor_ = ButtonFaceColor;
     std::shared_ptr<const Surface> backdrop_;
     std::optional<Region> region_;
-    bool loaded_ = false, shown_ = false, unloaded_ = false, sized_ = false;
+    bool loaded_ = false, shown_ = false, unloaded_ = false, sized_ = false, centred_ = false;
     int depth_ = 0;
 };

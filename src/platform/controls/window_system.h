@@ -9,6 +9,11 @@
 
 class PictureBox;
 
+// What the desktop puts round a client area, its title bar among it, in pixels.
+struct FrameMargins {
+    int left = 0, top = 0, right = 0, bottom = 0;
+};
+
 class WindowSystem {
 public:
     virtual ~WindowSystem() = default;
@@ -27,6 +32,9 @@ public:
     virtual void HideForm(Form& form) = 0;
     // How many pixels of its screen a logical pixel of the form has along one side; may be broken (1.25).
     virtual double ScaleOf(Form& form) = 0;
+    // The frame of the form's window; before it is shown, what it will have as far as the desktop can tell.
+    // Form::DeliverFrame follows once it is known.
+    virtual FrameMargins FrameOf(const Form& form) = 0;
     // Returns once the desktop has granted the state and the form has its size by DeliverResize, or
     // after a bounded wait. `meanwhile` says what the wait delivers.
     virtual void AwaitState(Form& form, WindowState state, Yield meanwhile) = 0;

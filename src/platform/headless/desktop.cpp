@@ -184,6 +184,10 @@ void HeadlessDesktop::HideForm(Form& form) {
     if (wasActive && !shown.empty()) PostActivation(*shown.back());
 }
 
+FrameMargins HeadlessDesktop::FrameOf(const Form& form) {
+    return form.BorderStyle() == FormBorder::None ? FrameMargins{} : frame;
+}
+
 void HeadlessDesktop::AwaitState(Form& form, WindowState state, Yield meanwhile) {
     PassOver(meanwhile);
     if (state == WindowState::Maximized && form.BorderStyle() == FormBorder::Sizable)

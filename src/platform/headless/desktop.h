@@ -31,6 +31,8 @@ public:
     std::string programPath = "/opt/fento-lira-master/fento-lira-master";
     // What is left for the client area when a window is maximised, in pixels less than the screen.
     Size frameAndMenu{0, 50};
+    // What surrounds the client area of a window that has a frame at all.
+    FrameMargins frame{1, 21, 1, 1};
     // Pictures that exist without a file: decoded by calling the maker with the size asked for.
     struct FakePicture {
         Size natural;
@@ -77,6 +79,7 @@ public:
     void ShowForm(Form& form) override;
     void RunModal(Form& form) override;  // ends (and says so in modalTrouble) when no event is left that could close it
     void HideForm(Form& form) override;
+    FrameMargins FrameOf(const Form& form) override;
     void AwaitState(Form& form, WindowState state, Yield meanwhile) override;
     double ScaleOf(Form&) override { return scale; }
     void DragBox(PictureBox& box) override;

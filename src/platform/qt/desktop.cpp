@@ -138,6 +138,11 @@ void QtDesktop::HideForm(Form& form) {
     if (FormWindow* window = FormWindow::Of(form)) window->hide();
 }
 
+FrameMargins QtDesktop::FrameOf(const Form& form) {
+    const QMargins frame = FormWindow::FrameOf(form);
+    return {frame.left(), frame.top(), frame.right(), frame.bottom()};
+}
+
 void QtDesktop::AwaitState(Form& form, WindowState state, Yield meanwhile) {
     FormWindow* window = FormWindow::Of(form);
     if (!window || !window->isVisible()) return;

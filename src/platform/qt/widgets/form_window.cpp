@@ -145,6 +145,19 @@ FormWindow* FormWindow::Of(const Form& form) {
     return nullptr;
 }
 
+// Window managers frame all windows of a kind alike, and most of them all kinds.
+QMargins FormWindow::FrameOf(const Form& form) {
+    if (form.BorderStyle() == FormBorder::None) return {};
+    QMargins frame;
+    for (const FormWindow* window : windows) {
+        if (!window->isVisible() || window->form_.BorderStyle() == FormBorder::None || !window->windowHandle())
+            continue;
+        frame = window->windowHandle()->frameMargins();
+        if (&window->form_ == &form) break;
+    }
+    return frame;
+}
+
 FormWindow* FormWindow::Frontmost() {
     FormWindow* best = nullptr;
     for (FormWindow* window : windows) {
@@ -245,6 +258,7 @@ void FormWindow::showEvent(QShowEvent* event) {
     QWidget::showEvent(event);
     if (event->spontaneous()) return;
     painted_ = false;
+    windowHandle()->installEventFilter(this);
     OrderTabs();
     LayOut();
     if (Activated) Activated(*this);
@@ -283,6 +297,12 @@ bool FormWindow::event(QEvent* event) {
             break;
     }
     return QWidget::event(event);
+}
+
+// By the time it is exposed the window has its frame.
+bool FormWindow::eventFilter(QObject* handle, QEvent* event) {
+    if (event->type() == QEvent::Expose && windowHandle()->isExposed()) form_.DeliverFrame();
+    return QWidget::eventFilter(handle, event);
 }
 
 namespace {

@@ -35,6 +35,8 @@ public:
 
     static const std::vector<FormWindow*>& All();
     static FormWindow* Of(const Form& form);
+    // The frame of a form's window, or of another one as long as it has none itself.
+    static QMargins FrameOf(const Form& form);
     // The window of the program on which a dialog belongs; nullptr if none is shown.
     static FormWindow* Frontmost();
     // Makes `child` a window that belongs to `owner`, without its style sheet.
@@ -42,6 +44,7 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* handle, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
