@@ -137,6 +137,21 @@ TEST_F(Windows, ADraggedWindowFollowsFromThePressToTheReleaseAndNoFurther) {
     EXPECT_EQ(FormWindow::Of(form)->pos() - before, QPoint(-40, 25));
 }
 
+TEST_F(Windows, WhatIsCutOutOfABackdropLeavesNoFringeAtALargerScale) {
+    auto picture = std::make_shared<Surface>(40, 30, 0xFFFFFF00u);
+    FillRect(*picture, {0, 0, 20, 30}, Rgb(0, 0, 200));
+    Form splash("frmSplash", "", ScaleMode::Pixels, FormBorder::None);
+    splash.Place(0, 0, 40 * 15, 30 * 15);
+    splash.SetBackColor(Rgb(0, 0, 200));
+    splash.SetBackdrop(picture);
+    splash.SetRegion(Region{{0, 0, 20, 30}});
+    splash.Show();
+    QImage shown(60, 45, QImage::Format_RGB32);
+    shown.setDevicePixelRatio(1.5);
+    FormWindow::Of(splash)->render(&shown);
+    for (int x = 0; x < 30; ++x) EXPECT_EQ(shown.pixel(x, 20), qRgb(0, 0, 200)) << x;
+}
+
 TEST_F(Windows, APressOnALabelIsNotItsContainers) {
     Label label("label");
     box.AddChild(label);

@@ -56,10 +56,10 @@ protected:
         style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
         if (const auto& picture = form.Backdrop(); picture && !picture->IsUniform()) {
             const Rect stored = picture->StorageBounds();
+            const QImage whole(reinterpret_cast<const uchar*>(picture->Row(0)), stored.width, stored.height,
+                               qsizetype(picture->Stride()) * 4, QImage::Format_RGB32);
             painter.setRenderHint(QPainter::SmoothPixmapTransform);
-            painter.drawImage(0, 0,
-                              QImage(reinterpret_cast<const uchar*>(picture->Row(0)), stored.width, stored.height,
-                                     qsizetype(picture->Stride()) * 4, QImage::Format_RGB32));
+            painter.drawImage(0, 0, form.Shape() ? CutOut(whole, ShapeOf(form)) : whole);
         }
     }
 
@@ -81,6 +81,16 @@ public:
     }
 
 private:
+    // What lies outside the shape would show at its edge where the picture is stretched to a larger scale.
+    static QImage CutOut(const QImage& whole, const QRegion& shape) {
+        QImage cut(whole.size(), QImage::Format_ARGB32_Premultiplied);
+        cut.fill(Qt::transparent);
+        QPainter painter(&cut);
+        painter.setClipRegion(shape);
+        painter.drawImage(0, 0, whole);
+        return cut;
+    }
+
     FormWindow& window_;
 };
 
