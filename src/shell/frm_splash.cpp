@@ -30,8 +30,11 @@ FrmSplash::FrmSplash(Form& main) : Form("FrmSplash", "", ScaleMode::Twips, FormB
     SetBackdrop(Banner());
 
     Label8.Place(7425, 1830, 930, 195);
-    Label8.SetLook(
-        {.font = {.points = 8.25, .bold = true}, .foreColor = White, .alignment = Alignment::Right, .wordWrap = false});
+    Label8.SetLook({.font = {.points = 8.25, .bold = true},
+                    .foreColor = White,
+                    .alignment = Alignment::Right,
+                    .wordWrap = false,
+                    .autoSize = true});
     Label8.SetCaption("Versão 1.5");
     AddChild(Label8);
 

@@ -25,6 +25,9 @@ TEST_F(ShellWindows, TheSplashLeadsTheMainWindowInAndIsGone) {
     EXPECT_THAT(desktop.log, ElementsAre("show FrmSplash", "events", "input", "load", "sleep 1.5", "show frmMain",
                                          "events", "show FrmSplash", "events", "sleep 0.5", "hide FrmSplash"));
     EXPECT_NEAR(desktop.SteadySeconds() - start, 2.0, 0.001);
+    const Label& version = splash.Label8;  // sized to its text, its right edge where it was designed
+    EXPECT_EQ(version.Width(), 15 * desktop.TextSize(version.Look().font, "1.0.0").width);
+    EXPECT_EQ(version.Left() + version.Width(), 7425 + 930);
 }
 
 TEST_F(ShellWindows, ASlowLoadIsNotWaitedForAndAPressInTheWaitDragsTheSplashAfterIt) {

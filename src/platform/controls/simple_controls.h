@@ -34,6 +34,7 @@ public:
         bool transparent = true;
         Alignment alignment = Alignment::Left;
         bool wordWrap = true;
+        bool autoSize = false;  // as large as its text; aligned to the right, it keeps its right edge
         bool operator==(const LabelLook&) const = default;
     };
     const LabelLook& Look() const { return look_; }
@@ -43,7 +44,11 @@ public:
     Handler Click;
     void DeliverClick();
 
+protected:
+    void Adopted() override { FitText(); }
+
 private:
+    void FitText();
     std::string caption_;
     LabelLook look_;
 };

@@ -30,6 +30,8 @@ public:
     virtual void ShowForm(Form& form) = 0;
     virtual void RunModal(Form& form) = 0;
     virtual void HideForm(Form& form) = 0;
+    // The pixels that a text of one line takes up.
+    virtual Size TextSize(const Font& font, const std::string& text) = 0;
     // How many pixels of its screen a logical pixel of the form has along one side; may be broken (1.25).
     virtual double ScaleOf(Form& form) = 0;
     // The frame of the form's window; before it is shown, what it will have as far as the desktop can tell.

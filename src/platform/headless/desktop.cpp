@@ -184,6 +184,10 @@ void HeadlessDesktop::HideForm(Form& form) {
     if (wasActive && !shown.empty()) PostActivation(*shown.back());
 }
 
+Size HeadlessDesktop::TextSize(const Font& font, const std::string& text) {
+    return {int(double(text.size()) * font.points * 0.7), int(font.points * 1.6)};
+}
+
 FrameMargins HeadlessDesktop::FrameOf(const Form& form) {
     return form.BorderStyle() == FormBorder::None ? FrameMargins{} : frame;
 }

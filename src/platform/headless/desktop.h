@@ -79,6 +79,7 @@ public:
     void ShowForm(Form& form) override;
     void RunModal(Form& form) override;  // ends (and says so in modalTrouble) when no event is left that could close it
     void HideForm(Form& form) override;
+    Size TextSize(const Font& font, const std::string& text) override;
     FrameMargins FrameOf(const Form& form) override;
     void AwaitState(Form& form, WindowState state, Yield meanwhile) override;
     double ScaleOf(Form&) override { return scale; }

@@ -4,6 +4,7 @@
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDesktopServices>
+#include <QFontMetrics>
 #include <QMouseEvent>
 #include <QPalette>
 #include <QScreen>
@@ -136,6 +137,11 @@ void QtDesktop::HideForm(Form& form) {
     for (const ModalLoop& entry : modal_)
         if (entry.form == &form) entry.loop->quit();
     if (FormWindow* window = FormWindow::Of(form)) window->hide();
+}
+
+Size QtDesktop::TextSize(const Font& font, const std::string& text) {
+    const QSize size = QFontMetrics(ControlFont(font)).boundingRect(QRect(), Qt::TextSingleLine, ToText(text)).size();
+    return {size.width(), size.height()};
 }
 
 FrameMargins QtDesktop::FrameOf(const Form& form) {

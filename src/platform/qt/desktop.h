@@ -37,6 +37,7 @@ public:
     void ShowForm(Form& form) override;
     void RunModal(Form& form) override;
     void HideForm(Form& form) override;
+    Size TextSize(const Font& font, const std::string& text) override;
     FrameMargins FrameOf(const Form& form) override;
     void AwaitState(Form& form, WindowState state, Yield meanwhile) override;
     double ScaleOf(Form& form) override;
