@@ -21,7 +21,7 @@ class Form;
 enum class ScaleMode { Pixels, Twips };
 enum class Border { None, Single, Thin };
 
-// Mouse events: Button 1 left, 2 right, 4 middle, 8 and 16 further ones; Shift 1 Shift,
+// Mouse events: Button 1 left, 2 right, 4 middle, 8 to 16384 further ones; Shift 1 Shift,
 // 2 Ctrl, 4 Alt; X, Y in the pixels of the surface that took the press.
 using MouseHandler = std::function<void(int16_t Button, int16_t Shift, float X, float Y)>;
 using Handler = std::function<void()>;

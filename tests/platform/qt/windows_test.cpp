@@ -106,11 +106,12 @@ TEST_F(Windows, AWindowThatOpensInADragEndsItOnceWhereThePointerLastWas) {
     EXPECT_EQ(log, "down1@30,40 move1@35,45 up1@35,45 move0@60,60 ");
 }
 
-TEST_F(Windows, AMissedReleaseIsMadeUpForAtTheNextMove) {
+TEST_F(Windows, AMissedReleaseOfAnyButtonIsMadeUpForAtTheNextMove) {
     Show();
-    Press(Qt::LeftButton, Qt::LeftButton, {30, 40});
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::ExtraButton3, Qt::ExtraButton24})
+        Press(button, button, {30, 40});
     Send(QEvent::MouseMove, Qt::NoButton, Qt::NoButton, {31, 41});
-    EXPECT_EQ(log, "down1@30,40 up1@31,41 move0@31,41 ");
+    EXPECT_EQ(log, "down1@30,40 down32@30,40 down16384@30,40 up1@31,41 up32@31,41 up16384@31,41 move0@31,41 ");
 }
 
 TEST_F(Windows, ADraggedWindowFollowsFromThePressToTheReleaseAndNoFurther) {

@@ -154,11 +154,11 @@ void BoxWidget::ReleaseHeld() {
 // Releases what counts as held but is not among the buttons `down`.
 void BoxWidget::ReleaseMissing(int16_t down) {
     const QPointer<BoxWidget> self = this;
-    for (const int button : {1, 2, 4, 8, 16}) {
-        if (!self) return;
+    for (int button = 1; button <= held_; button <<= 1) {
         if (!(held_ & button) || (down & button)) continue;
         held_ = int16_t(held_ & ~button);
         box_.DeliverMouseUp(int16_t(button), shift_, float(last_.x()), float(last_.y()));
+        if (!self) return;
     }
 }
 

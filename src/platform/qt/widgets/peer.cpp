@@ -61,8 +61,10 @@ bool OnWayland() { return QGuiApplication::platformName().startsWith("wayland");
 
 int16_t ButtonBits(Qt::MouseButtons buttons) {
     static_assert(Qt::LeftButton == 1 && Qt::RightButton == 2 && Qt::MiddleButton == 4);
-    static_assert(Qt::BackButton == 8 && Qt::ForwardButton == 16);
-    return int16_t(int(buttons) & 31);
+    // The last bit stands for all buttons beyond it.
+    constexpr int last = 0x4000;
+    const int bits = int(buttons);
+    return int16_t((bits & (last - 1)) | (bits >= last ? last : 0));
 }
 
 int16_t ShiftBits(Qt::KeyboardModifiers modifiers) {
