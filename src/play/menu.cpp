@@ -40,6 +40,7 @@ void frmMain::BuildMenu() {
 }
 
 void frmMain::BindMenu() {
+    OnMenu = [this] { ReleaseHold(); };
     mnuGame->Click = [this] { mnuGame_Click(); };
     mnuOptions->Click = [this] { mnuOptions_Click(); };
     for (const int level : {0, 1, 3, 4, 5})
@@ -59,13 +60,11 @@ void frmMain::BindMenu() {
 
 // Items are greyed only here, at the moment their menu opens; a shortcut follows what the last opening left.
 void frmMain::mnuGame_Click() {
-    ReleaseHold();
     mnuSaveGame->SetEnabled(GameRunning);
     mnuShuffle->SetEnabled(Surfaces.picPat.UBound() > 0);
 }
 
 void frmMain::mnuOptions_Click() {
-    ReleaseHold();
     mnuHints->SetEnabled(GameRunning);
     MnDesistir->SetEnabled(GameRunning);
 }

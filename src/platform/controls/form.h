@@ -80,6 +80,7 @@ public:
     Handler OnActivate;  // Form_Activate: became the active one among the program's own forms
     Handler OnResize;    // Form_Resize
     Handler OnUnload;    // Form_Unload
+    Handler OnMenu;      // a menu opens, any of them: runs before the menu's own Click
 
     // A file dropped on the window by its path; which ones, the form says. Without both, none.
     std::function<bool(const std::string& Path)> TakesFile;

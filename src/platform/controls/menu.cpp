@@ -26,13 +26,9 @@ void MenuItem::SetChecked(bool value) {
 }
 
 void MenuItem::DeliverClick() {
-    if (!enabled_ || IsSeparator() || !Click) return;
-    if (form_) {
-        Raise(*form_, Click);
-    } else {
-        const Handler run = Click;
-        run();
-    }
+    if (!enabled_ || IsSeparator() || !form_) return;
+    if (!items_.empty()) Raise(*form_, form_->OnMenu);
+    Raise(*form_, Click);
 }
 
 void MenuItem::SetForm(Form* form) {

@@ -37,7 +37,7 @@ public:
     bool Checked() const { return checked_; }
     void SetChecked(bool value);  // makes the item checkable
 
-    // Of an item with sub-items: runs when its menu opens. Of any other: the command.
+    // Of an item with sub-items: runs when its menu opens, after the form's OnMenu. Of any other: the command.
     std::function<void()> Click;
 
     // The way in for a backend: the menu opens, or the item is chosen by mouse, key or

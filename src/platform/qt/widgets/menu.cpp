@@ -4,7 +4,6 @@
 #include <QMenu>
 #include <QMenuBar>
 
-#include "platform/qt/widgets/board.h"
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
 
@@ -53,10 +52,7 @@ private:
     void MakeMenu(FormWindow& window, QMenu* owner) {
         menu_ = owner ? owner->addMenu(ToText(item_.Caption())) : window.MenuBar().addMenu(ToText(item_.Caption()));
         action_ = menu_->menuAction();
-        QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] {
-            BoxWidget::ReleaseHeld();
-            item_.DeliverClick();
-        });
+        QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { item_.DeliverClick(); });
     }
 
     void MakeAction(QMenu& owner) {
