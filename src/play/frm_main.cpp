@@ -167,7 +167,9 @@ void frmMain::BindHandlers() {
     picScreen.MouseDown = Bound(this, &frmMain::picScreen_MouseDown);
     picScreen.MouseMove = Bound(this, &frmMain::picScreen_MouseMove);
     picScreen.MouseUp = Bound(this, &frmMain::picScreen_MouseUp);
-    picScreen.Wheel = [this](int notchesX, int notchesY) { picScreen_Wheel(notchesX, notchesY); };
+    // Over the bars the wheel scrolls as far, over the lower one sideways.
+    picScreen.Wheel = VScroll1.Wheel = [this](const WheelTurn& turn) { picScreen_Wheel(turn); };
+    HScroll1.Wheel = [this](const WheelTurn& turn) { picScreen_Wheel({turn.x + turn.y, 0, turn.unit}); };
     HScroll1.Change = [this] { HScroll1_Change(); };
     HScroll1.Scroll = [this] { HScroll1_Scroll(); };
     VScroll1.Change = [this] { VScroll1_Change(); };

@@ -67,7 +67,7 @@ public:
     void picScreen_MouseDown(int16_t Button, int16_t Shift, float X, float Y);
     void picScreen_MouseMove(int16_t Button, int16_t Shift, float X, float Y);
     void picScreen_MouseUp(int16_t Button, int16_t Shift, float X, float Y);
-    void picScreen_Wheel(int notchesX, int notchesY);
+    void picScreen_Wheel(const WheelTurn& turn);
     void HScroll1_Change();
     void HScroll1_Scroll();
     void VScroll1_Change();
@@ -146,6 +146,7 @@ private:
     void RotateHeldPiece();
     void StartPan(float X, float Y);
     void PanTo(float X, float Y);
+    void FollowView(double left, double top);
     void TakePiece(int index, float X, float Y);
     void CheckDroppedPiece(int held);
     void WinGame();
@@ -155,6 +156,7 @@ private:
 
     Task task_ = Task::None;
     bool gameBuilt_ = false;             // by the picture dialog that is or was open
-    float pointerX_ = 0, pointerY_ = 0;  // where the mouse was last on the board
+    float pointerX_ = 0, pointerY_ = 0;  // where the mouse is on the board
+    double restX_ = 0, restY_ = 0;       // parts of pixels that the wheel has not scrolled yet
     std::vector<int> carried_;           // elements that move with the held piece, of the last press
 };

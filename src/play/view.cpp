@@ -14,25 +14,45 @@ namespace {
 
 constexpr int StepWithoutGame = 66;  // pixels a notch of the wheel while no cell has a size yet
 
-void ScrollBy(ScrollBar& bar, double distance) {
+// By whole pixels; the part of one that is left over waits in `rest` for the next time.
+void ScrollBy(ScrollBar& bar, double distance, double& rest) {
     if (bar.Max() <= bar.Min()) return;  // the window shows all of the board
-    bar.SetValue(std::clamp<double>(bar.Value() + distance, bar.Min(), bar.Max()));
+    const double whole = std::trunc(rest + distance);
+    rest += distance - whole;
+    bar.SetValue(std::clamp<double>(bar.Value() + whole, bar.Min(), bar.Max()));
 }
 
 }  // namespace
 
-void frmMain::HScroll1_Change() { picScreen.SetLeft(-int(HScroll1.Value())); }
+void frmMain::HScroll1_Change() {
+    const double left = picScreen.Left(), top = picScreen.Top();
+    picScreen.SetLeft(-int(HScroll1.Value()));
+    FollowView(left, top);
+}
 
 void frmMain::HScroll1_Scroll() { HScroll1_Change(); }
 
-void frmMain::VScroll1_Change() { picScreen.SetTop(-int(VScroll1.Value())); }
+void frmMain::VScroll1_Change() {
+    const double left = picScreen.Left(), top = picScreen.Top();
+    picScreen.SetTop(-int(VScroll1.Value()));
+    FollowView(left, top);
+}
 
 void frmMain::VScroll1_Scroll() { VScroll1_Change(); }
 
-void frmMain::picScreen_Wheel(int notchesX, int notchesY) {
-    const int step = CellSize > 0 ? CellSize : StepWithoutGame;
-    if (notchesX != 0) ScrollBy(HScroll1, double(-notchesX) * step);
-    if (notchesY != 0) ScrollBy(VScroll1, double(-notchesY) * step);
+// The board has moved from `left`, `top` under a pointer that rests: it is elsewhere on the board now, and what is
+// held stays under it. A pan brings the pointer along by itself.
+void frmMain::FollowView(double left, double top) {
+    if (Panning || (left == picScreen.Left() && top == picScreen.Top())) return;
+    picScreen_MouseMove(0, 0, pointerX_ + float(left - picScreen.Left()), pointerY_ + float(top - picScreen.Top()));
+}
+
+// A notch is a cell; a touchpad's pixels are the board's.
+void frmMain::picScreen_Wheel(const WheelTurn& turn) {
+    const int cell = CellSize > 0 ? CellSize : StepWithoutGame;
+    const int step = turn.unit == WheelTurn::Unit::Notches ? cell : 1;
+    ScrollBy(HScroll1, -turn.x * step, restX_);
+    ScrollBy(VScroll1, -turn.y * step, restY_);
 }
 
 // X, Y are the board's own pixels, so after each step of the board they are again the grabbed point's.

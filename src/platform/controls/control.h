@@ -26,6 +26,16 @@ enum class Border { None, Single, Thin };
 using MouseHandler = std::function<void(int16_t Button, int16_t Shift, float X, float Y)>;
 using Handler = std::function<void()>;
 
+// A turn of the wheel or a sweep over a touchpad: positive towards the left and the top, as a wheel is
+// turned away from the player. In notches of a wheel, whole or in parts, or in pixels where the device
+// tells them.
+struct WheelTurn {
+    enum class Unit { Notches, Pixels };
+    double x = 0, y = 0;
+    Unit unit = Unit::Notches;
+};
+using WheelHandler = std::function<void(const WheelTurn& turn)>;
+
 enum class MousePointer : int16_t { Default = 0, Arrow = 1, Hourglass = 11, Hand = 99 };
 
 struct Font {

@@ -22,8 +22,7 @@ public:
     // Several controls bear one name in an array; -1 outside an array.
     MouseHandler MouseDown, MouseMove, MouseUp;
     Handler Click, DblClick;
-    // The wheel, in notches: positive towards the top and the left, as turned away from the player.
-    std::function<void(int notchesX, int notchesY)> Wheel;
+    WheelHandler Wheel;
 
     // The way in for a backend, in the order the desktop saw things. A double click
     // is press, release, press, double click, release: the second press is delivered
@@ -36,8 +35,8 @@ public:
     void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
     void DeliverClick();
     void DeliverDblClick();
-    void DeliverWheel(int notchesX, int notchesY) {
-        if (Wheel) Raise(*this, [this, notchesX, notchesY] { Wheel(notchesX, notchesY); });
+    void DeliverWheel(const WheelTurn& turn) {
+        if (Wheel) Raise(*this, [this, &turn] { Wheel(turn); });
     }
 
     // Lets the player drag the box about its container as if by a title bar until the

@@ -28,12 +28,16 @@ public:
     bool SetSmallChange(double value);
     bool SetLargeChange(double value);
 
-    Handler Change;  // Value has changed, by the program or at the end of the player's gesture
-    Handler Scroll;  // Value follows the thumb while the player drags it
+    Handler Change;      // Value has changed, by the program or at the end of the player's gesture
+    Handler Scroll;      // Value follows the thumb while the player drags it
+    WheelHandler Wheel;  // what the wheel does over the bar; without a handler the desktop moves the thumb
 
     // The way in for a backend. Dragging raises Scroll at each step, and the end of the
     // drag raises Change. Values outside the range come in clipped.
     void DeliverValue(int value, bool dragging);
+    void DeliverWheel(const WheelTurn& turn) {
+        if (Wheel) Raise(*this, [this, &turn] { Wheel(turn); });
+    }
 
 private:
     void MoveValue(int16_t value);

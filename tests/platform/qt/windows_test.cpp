@@ -253,18 +253,23 @@ TEST_F(Windows, ASingleFileThatTheFormTakesIsDroppedUnlessADialogIsOpen) {
     EXPECT_EQ(drop("file://here/a.pzl"), "copy /a.pzl");
 }
 
-TEST_F(Windows, WheelTurnsAreDeliveredInWholeNotches) {
-    box.Wheel = [this](int x, int y) { log += std::to_string(x) + "," + std::to_string(y) + " "; };
-    Show();
-    const auto turn = [this](int eighths, Qt::KeyboardModifiers keys) {
-        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), {}, {0, eighths}, Qt::NoButton, keys, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&Board(), &event);
+TEST_F(Windows, TheWheelTurnsInPartsOfNotchesATouchpadInPixelsAndBothOverABarToo) {
+    box.Wheel = bar.Wheel = [this](const WheelTurn& turn) {
+        log +=
+            FromText(QString("%1,%2%3 ").arg(turn.x).arg(turn.y).arg(turn.unit == WheelTurn::Unit::Pixels ? "px" : ""));
     };
-    turn(120, {});
-    turn(-60, {});
-    turn(-60, {});
-    turn(-240, Qt::ShiftModifier);
-    EXPECT_EQ(log, "0,1 0,-1 -2,0 ");
+    Show();
+    const auto turn = [](QWidget& over, QPoint pixels, int eighths, Qt::KeyboardModifiers keys) {
+        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), pixels, {0, eighths}, Qt::NoButton, keys, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&over, &event);
+    };
+    turn(Board(), {}, 120, {});
+    turn(Board(), {}, -30, {});
+    turn(Board(), {}, -240, Qt::ShiftModifier);
+    turn(Board(), {3, -7}, -56, {});
+    turn(Bar(), {}, 120, {});
+    EXPECT_EQ(log, "0,1 0,-0.25 -2,0 3,-7px 0,1 ");
 }
 
 TEST_F(Windows, ABarThatRunsBackwardsKeepsItsValues) {

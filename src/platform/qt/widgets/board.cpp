@@ -1,6 +1,7 @@
 // The board and every other picture box: shows the image where it changed, delivers the mouse.
 #include "platform/qt/widgets/board.h"
 
+#include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -138,9 +139,11 @@ void BoxWidget::wheelEvent(QWheelEvent* event) {
         return;
     }
     event->accept();
-    const QPoint notches = TakeNotches(wheel_, *event);
-    if (!notches.isNull()) box_.DeliverWheel(notches.x(), notches.y());
+    box_.DeliverWheel(TurnOf(*event));
 }
+
+// The pointer stays where it is on the screen.
+void BoxWidget::moveEvent(QMoveEvent* event) { last_ -= event->pos() - event->oldPos(); }
 
 void BoxWidget::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
@@ -164,6 +167,15 @@ void BoxWidget::ReleaseMissing(int16_t down) {
 
 void BoxWidget::ForgetHeld() {
     if (holder) holder->held_ = 0;
+}
+
+// X11 tells pixels that are none.
+WheelTurn TurnOf(const QWheelEvent& event) {
+    const bool pixels = !event.pixelDelta().isNull() && QGuiApplication::platformName() != "xcb";
+    const QPointF turn = pixels ? QPointF(event.pixelDelta()) : QPointF(event.angleDelta()) / 120;
+    const WheelTurn::Unit unit = pixels ? WheelTurn::Unit::Pixels : WheelTurn::Unit::Notches;
+    if (event.modifiers() & Qt::ShiftModifier) return {turn.x() + turn.y(), 0, unit};
+    return {turn.x(), turn.y(), unit};
 }
 
 QPoint TakeNotches(QPoint& pending, const QWheelEvent& event) {

@@ -28,6 +28,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
     void hideEvent(QHideEvent* event) override;
 
 private:
@@ -41,9 +42,10 @@ private:
     int16_t held_ = 0;  // buttons whose press was delivered and whose release was not
     int16_t shift_ = 0;
     QPointF last_;
-    QPoint wheel_;  // eighths of a degree not yet delivered
 };
 
+// What the event says of the wheel. Shift turns it sideways.
+WheelTurn TurnOf(const QWheelEvent& event);
 // Whole notches in `pending` plus the event's turn; what is left stays in `pending`. Shift turns the
 // wheel sideways.
 QPoint TakeNotches(QPoint& pending, const QWheelEvent& event);

@@ -1,18 +1,34 @@
 // Scroll bars. The inner bar runs from 0 up, whichever of Min and Max is the larger.
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QWheelEvent>
 #include <cstdlib>
 
 #include "platform/controls/scroll_bar.h"
+#include "platform/qt/widgets/board.h"
 #include "platform/qt/widgets/peer.h"
 
 namespace {
 
+class BarWidget : public QScrollBar {
+public:
+    BarWidget(ScrollBar& bar, QWidget* parent)
+        : QScrollBar(bar.Direction() == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent), bar_(bar) {}
+
+protected:
+    void wheelEvent(QWheelEvent* event) override {
+        if (!bar_.Wheel) return QScrollBar::wheelEvent(event);
+        event->accept();
+        bar_.DeliverWheel(TurnOf(*event));
+    }
+
+private:
+    ScrollBar& bar_;
+};
+
 class ScrollBarPeer : public QtPeer {
 public:
-    ScrollBarPeer(ScrollBar& bar, QWidget* parent)
-        : QtPeer(bar, new QScrollBar(bar.Direction() == Orientation::Vertical ? Qt::Vertical : Qt::Horizontal, parent)),
-          bar_(bar) {
+    ScrollBarPeer(ScrollBar& bar, QWidget* parent) : QtPeer(bar, new BarWidget(bar, parent)), bar_(bar) {
         QScrollBar& inner = Inner();
         inner.setContextMenuPolicy(Qt::PreventContextMenu);
         inner.setFocusPolicy(bar.TabIndex() >= 0 ? Qt::TabFocus : Qt::NoFocus);
