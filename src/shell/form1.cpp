@@ -31,6 +31,9 @@ Form1::Form1(Skin& skin) : Form("Form1", "Como Jogar", ScaleMode::Twips, FormBor
         Picture1.AddChild(row.label);
     }
     OnLoad = [this] { Form_Load(); };
+    KeyDown = [this](Key key) {
+        if (key == Key::Escape) Unload();
+    };
 }
 
 void Form1::Form_Load() {

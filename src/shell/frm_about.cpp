@@ -43,6 +43,9 @@ FrmAbout::FrmAbout() : Form("FrmAbout", " Sobre o Fento-Lira Master", ScaleMode:
     Label6.SetPointer(MousePointer::Hand);
 
     OnLoad = [this] { Form_Load(); };
+    KeyDown = [this](Key key) {
+        if (key == Key::Escape) Unload();
+    };
     Command1.Click = [this] { Command1_Click(); };
     Label11.Click = [this] { Label11_Click(); };
     Label6.Click = [this] { Label6_Click(); };

@@ -107,6 +107,10 @@ void Form::DeliverMouseDown(int16_t button, int16_t shift, float x, float y) {
     if (MouseDown) Raise(*this, [=, this] { MouseDown(button, shift, x, y); });
 }
 
+void Form::DeliverKeyDown(Key key) {
+    if (KeyDown) Raise(*this, [=, this] { KeyDown(key); });
+}
+
 // Activation reaches a disabled window too: it is no act of the player's.
 void Form::DeliverActivate() {
     if (shown_ && !unloaded_) RaiseFromProgram(*this, OnActivate);

@@ -15,6 +15,9 @@ enum class FormBorder { Sizable, FixedDialog, FixedToolWindow, None };
 enum class WindowState : int16_t { Normal = 0, Minimized = 1, Maximized = 2 };
 enum class Modality { Modeless, Modal };
 
+// The keys of which a form hears, unless the control with the focus has a use for them.
+enum class Key { Escape, Left, Right, Up, Down, PageUp, PageDown, Home, End };
+
 class Form : public Control {
 public:
     Form(std::string name, std::string caption, ScaleMode inner, FormBorder border);
@@ -71,6 +74,9 @@ public:
     void DragAsWindow();
     MouseHandler MouseDown;  // on the form itself, in its own scale's pixels
     void DeliverMouseDown(int16_t button, int16_t shift, float x, float y);
+
+    std::function<void(Key key)> KeyDown;
+    void DeliverKeyDown(Key key);
 
     // The menu bar; empty where the form has none.
     MenuItem Menus;

@@ -136,7 +136,12 @@ void QtDesktop::HideForm(Form& form) {
     if (active_ == &form) active_ = nullptr;
     for (const ModalLoop& entry : modal_)
         if (entry.form == &form) entry.loop->quit();
-    if (FormWindow* window = FormWindow::Of(form)) window->hide();
+    FormWindow* window = FormWindow::Of(form);
+    if (!window || !window->isVisible()) return;
+    window->hide();
+    // Where no window manager does it; a window that was blocked sees to it itself.
+    FormWindow* front = FormWindow::Frontmost();
+    if (!window->isModal() && front) front->activateWindow();
 }
 
 Size QtDesktop::TextSize(const Font& font, const std::string& text) {

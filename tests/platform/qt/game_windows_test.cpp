@@ -134,6 +134,23 @@ TEST_F(GameWindows, KeysWalkThroughThePictureDialogAndTheWheelChoosesNoDrive) {
     }
 }
 
+TEST_F(GameWindows, EscClosesTheSmallWindowsAndReturnPressesTheButtonThatHasTheFocus) {
+    frmMain main;
+    const auto staysAfter = [](Form& form, Qt::Key key) {
+        form.Show();
+        QWidget* window = FormWindow::Of(form);
+        QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+        QCoreApplication::sendEvent(window->focusWidget() ? window->focusWidget() : window, &event);
+        return form.IsShown();
+    };
+    FrmAbout about, again;
+    EXPECT_FALSE(staysAfter(about, Qt::Key_Escape));
+    EXPECT_FALSE(staysAfter(again, Qt::Key_Return));
+    Form1 help(main.Skin1);
+    EXPECT_TRUE(staysAfter(help, Qt::Key_Return));
+    EXPECT_FALSE(staysAfter(help, Qt::Key_Escape));
+}
+
 TEST_F(GameWindows, TextsOnTheDesktopsOwnColoursStayLegibleWhateverTheseAre) {
     for (const char* ground : {"#f0f0f0", "#2a2e32", "#101010"}) {
         const bool dark = QColor(ground).lightness() < 128;

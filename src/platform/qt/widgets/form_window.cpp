@@ -11,6 +11,7 @@
 #include <QStyleOption>
 #include <QWindow>
 #include <algorithm>
+#include <map>
 
 #include "platform/qt/widgets/board.h"
 #include "platform/qt/widgets/file_drops.h"
@@ -180,8 +181,9 @@ FormWindow* FormWindow::Frontmost() {
 
 void FormWindow::Attach(QWidget& child, QWidget* owner) {
     child.winId();  // makes the window of the desktop
-    if (owner && owner->windowHandle() && owner != &child)
-        child.windowHandle()->setTransientParent(owner->windowHandle());
+    if (!owner || !owner->windowHandle() || owner == &child) return;
+    child.windowHandle()->setTransientParent(owner->windowHandle());
+    child.windowHandle()->requestActivate();  // nobody else gives it the keys where there is no window manager
 }
 
 QMenuBar& FormWindow::MenuBar() {
@@ -280,6 +282,21 @@ void FormWindow::closeEvent(QCloseEvent* event) {
     form_.DeliverClose();
 }
 
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+    static const std::map<int, Key> keys = {{Qt::Key_Escape, Key::Escape},
+                                            {Qt::Key_Left, Key::Left},
+                                            {Qt::Key_Right, Key::Right},
+                                            {Qt::Key_Up, Key::Up},
+                                            {Qt::Key_Down, Key::Down},
+                                            {Qt::Key_PageUp, Key::PageUp},
+                                            {Qt::Key_PageDown, Key::PageDown},
+                                            {Qt::Key_Home, Key::Home},
+                                            {Qt::Key_End, Key::End}};
+    const auto key = keys.find(event->key());
+    if (key == keys.end() || (event->modifiers() & ~Qt::KeypadModifier)) return event->ignore();
+    form_.DeliverKeyDown(key->second);
+}
+
 void FormWindow::changeEvent(QEvent* event) {
     QWidget::changeEvent(event);
     if (event->type() == QEvent::WindowStateChange) {
@@ -299,6 +316,9 @@ bool FormWindow::event(QEvent* event) {
             break;
         case QEvent::WindowBlocked:
             BoxWidget::ReleaseHeld();
+            break;
+        case QEvent::WindowUnblocked:
+            activateWindow();  // what blocked it has had the keys
             break;
         case QEvent::LayoutRequest:
             LayOut();

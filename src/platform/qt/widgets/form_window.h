@@ -39,7 +39,7 @@ public:
     static QMargins FrameOf(const Form& form);
     // The window of the program on which a dialog belongs; nullptr if none is shown.
     static FormWindow* Frontmost();
-    // Makes `child` a window that belongs to `owner`, without its style sheet.
+    // Makes `child` a window that belongs to `owner`, without its style sheet, and gets the keys once it is shown.
     static void Attach(QWidget& child, QWidget* owner);
 
 protected:
@@ -48,6 +48,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
 
 private:

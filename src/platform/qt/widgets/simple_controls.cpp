@@ -1,5 +1,6 @@
 // Image, push button and frame.
 #include <QFrame>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
@@ -77,10 +78,24 @@ public:
 
 // --- Push button ---------------------------------------------------------------------------
 
+// No button is the window's default one; Return presses the one that has the focus.
+class ButtonWidget : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+            click();
+        else
+            QPushButton::keyPressEvent(event);
+    }
+};
+
 class ButtonPeer : public QtPeer {
 public:
     ButtonPeer(CommandButton& button, QWidget* parent)
-        : QtPeer(button, new QPushButton(ToText(button.Caption()), parent)) {
+        : QtPeer(button, new ButtonWidget(ToText(button.Caption()), parent)) {
         auto& widget = static_cast<QPushButton&>(*Widget());
         widget.setAutoDefault(false);
         widget.setDefault(false);
