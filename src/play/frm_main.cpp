@@ -17,8 +17,9 @@ using namespace PuzzleModule;
 
 namespace {
 
-constexpr int PanelGap = 30;     // of the panel to the window's lower right corner
-constexpr double BarWidth = 17;  // of the scroll bars
+constexpr int PanelGap = 30;      // of the panel to the window's lower right corner
+constexpr double BarWidth = 17;   // of the scroll bars
+constexpr double ArrowStep = 16;  // pixels that an arrow of a bar scrolls: about a quarter of a cell
 constexpr Color PanelColor = 12615680;
 
 // The narrower the screen, the larger the board is in proportion.
@@ -64,6 +65,8 @@ void frmMain::PlaceControls() {
     lblElapsed.Place(3, 120, 155, 15);
     VScroll1.SetWidth(BarWidth);
     HScroll1.SetHeight(BarWidth);
+    VScroll1.SetSmallChange(ArrowStep);
+    HScroll1.SetSmallChange(ArrowStep);
 }
 
 void frmMain::DressControls() {
@@ -163,6 +166,7 @@ void frmMain::BindHandlers() {
     OnUnload = [this] { Form_Unload(); };
     TakesFile = [this](const std::string& Path) { return TakesGame(Path); };
     FileDropped = [this](const std::string& Path) { Form_DropFile(Path); };
+    KeyDown = [this](Key key) { Form_KeyDown(key); };
 
     picScreen.MouseDown = Bound(this, &frmMain::picScreen_MouseDown);
     picScreen.MouseMove = Bound(this, &frmMain::picScreen_MouseMove);

@@ -53,6 +53,7 @@ public:
     bool TakesGame(const std::string& Path) const;
     void Form_DropFile(const std::string& Path);
     void Centralize();
+    void Form_KeyDown(Key key);
 
     // A game. StartGame builds one from the picture in `Filename` at the chosen level while the
     // picture dialog is hidden by `hideDialog`; true if a game is on the board afterwards.

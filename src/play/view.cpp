@@ -14,12 +14,17 @@ namespace {
 
 constexpr int StepWithoutGame = 66;  // pixels a notch of the wheel while no cell has a size yet
 
-// By whole pixels; the part of one that is left over waits in `rest` for the next time.
-void ScrollBy(ScrollBar& bar, double distance, double& rest) {
+void ScrollBy(ScrollBar& bar, double distance) {
     if (bar.Max() <= bar.Min()) return;  // the window shows all of the board
-    const double whole = std::trunc(rest + distance);
-    rest += distance - whole;
-    bar.SetValue(std::clamp<double>(bar.Value() + whole, bar.Min(), bar.Max()));
+    bar.SetValue(std::clamp<double>(bar.Value() + distance, bar.Min(), bar.Max()));
+}
+
+// The whole pixels of `distance` and of what `rest` has kept from the last time; a part of one waits there again.
+double WholePixels(double distance, double& rest) {
+    rest += distance;
+    const double whole = std::trunc(rest);
+    rest -= whole;
+    return whole;
 }
 
 }  // namespace
@@ -51,8 +56,33 @@ void frmMain::FollowView(double left, double top) {
 void frmMain::picScreen_Wheel(const WheelTurn& turn) {
     const int cell = CellSize > 0 ? CellSize : StepWithoutGame;
     const int step = turn.unit == WheelTurn::Unit::Notches ? cell : 1;
-    ScrollBy(HScroll1, -turn.x * step, restX_);
-    ScrollBy(VScroll1, -turn.y * step, restY_);
+    ScrollBy(HScroll1, WholePixels(-turn.x * step, restX_));
+    ScrollBy(VScroll1, WholePixels(-turn.y * step, restY_));
+}
+
+// The keys do what a press on a bar does. With a piece in the hand they do nothing.
+void frmMain::Form_KeyDown(Key key) {
+    if (PickedPiece >= 0) return;
+    switch (key) {
+        case Key::Left:
+            return ScrollBy(HScroll1, -HScroll1.SmallChange());
+        case Key::Right:
+            return ScrollBy(HScroll1, HScroll1.SmallChange());
+        case Key::Up:
+            return ScrollBy(VScroll1, -VScroll1.SmallChange());
+        case Key::Down:
+            return ScrollBy(VScroll1, VScroll1.SmallChange());
+        case Key::PageUp:
+            return ScrollBy(VScroll1, -VScroll1.LargeChange());
+        case Key::PageDown:
+            return ScrollBy(VScroll1, VScroll1.LargeChange());
+        case Key::Home:
+            return ScrollBy(VScroll1, -VScroll1.Max());
+        case Key::End:
+            return ScrollBy(VScroll1, VScroll1.Max());
+        case Key::Escape:
+            return;
+    }
 }
 
 // X, Y are the board's own pixels, so after each step of the board they are again the grabbed point's.

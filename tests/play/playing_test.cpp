@@ -18,6 +18,23 @@ TEST(Winning, BoardIsOnTheScreenAndTheGameOverBeforeTheBoxOpens) {
     EXPECT_TRUE(ready);
 }
 
+TEST(Keys, ScrollTheBoardLikeTheBarsUnlessAPieceIsHeld) {
+    GameFixture play;
+    play.StartGrid(2, 2);
+    const auto view = [&play](Key key) {
+        play.main.DeliverKeyDown(key);
+        return std::pair(-play.main.picScreen.Left(), -play.main.picScreen.Top());
+    };
+    const double x = 240, y = 135;
+    const std::pair<Key, std::pair<double, double>> presses[] = {
+        {Key::Left, {x - 16, y}},  {Key::Right, {x, y}},   {Key::Down, {x, y + 16}},      {Key::Up, {x, y}},
+        {Key::End, {x, 320}},      {Key::Down, {x, 320}},  {Key::PageUp, {x, 320 - 213}}, {Key::Home, {x, 0}},
+        {Key::PageDown, {x, 213}}, {Key::Escape, {x, 213}}};
+    for (const auto& [key, expected] : presses) EXPECT_EQ(view(key), expected) << int(key);
+    play.Press(play.Middle(1, 1));
+    EXPECT_EQ(view(Key::End), std::pair(x, 213.0));
+}
+
 TEST(ReleaseHold, CommandIsAbandonedIfTheReleaseCompletesTheGame) {
     for (const char* command : {"mnuShuffle", "mnuSaveGame", "mnuLoadGame", "mnuNewGame(3)", "mnuBackground",
                                 "mnuHowToPlay", "mnuAbout", "MnDesistir"}) {
