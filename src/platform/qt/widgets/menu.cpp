@@ -3,11 +3,14 @@
 #include <QKeySequence>
 #include <QMenu>
 #include <QMenuBar>
+#include <algorithm>
 
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
 
 namespace {
+
+constexpr int ShortcutGap = 18;  // pixels
 
 QKeySequence KeysOf(const Shortcut& shortcut) {
     int key = 0;
@@ -52,7 +55,18 @@ private:
     void MakeMenu(FormWindow& window, QMenu* owner) {
         menu_ = owner ? owner->addMenu(ToText(item_.Caption())) : window.MenuBar().addMenu(ToText(item_.Caption()));
         action_ = menu_->menuAction();
-        QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] { item_.DeliverClick(); });
+        QObject::connect(menu_, &QMenu::aboutToShow, menu_, [this] {
+            SpreadShortcuts();
+            item_.DeliverClick();
+        });
+    }
+
+    // The toolkit leaves hardly a blank between the longest caption and the shortcuts, which stand at the right.
+    void SpreadShortcuts() {
+        const auto& items = item_.Items();
+        const auto hasKey = [](const MenuItem& item) { return item.Key() != Shortcut{}; };
+        if (menu_->minimumWidth() == 0 && std::any_of(items.begin(), items.end(), hasKey))
+            menu_->setMinimumWidth(menu_->sizeHint().width() + ShortcutGap);
     }
 
     void MakeAction(QMenu& owner) {
