@@ -1,5 +1,5 @@
 #!/bin/bash
-# The committed waves, splash and icon are what their programs make today.
+# The committed waves, splash, icon and ticks are what their programs make today.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 made=build/check/assets

@@ -5,10 +5,10 @@
 // own: a large icon made smaller would blur. fento-lira-master.svg shows the same piece.
 #include <array>
 #include <cstdio>
-#include <fstream>
 #include <string>
 
 #include "paint/paint.h"
+#include "paint/png.h"
 
 using namespace paint;
 
@@ -61,7 +61,7 @@ Rgb Scene(const Plan& k, Vec p) {
     return c;
 }
 
-// Eight bits of red, green, blue and opacity a pixel, 64 points to the pixel.
+// Rows for a PNG file, 64 points to the pixel.
 std::string Pixels(const Plan& k) {
     std::string out;
     auto byte = [&out](double v) { out += char(uint8_t(Clamp01(v) * 255 + 0.5)); };
@@ -84,38 +84,6 @@ std::string Pixels(const Plan& k) {
     return out;
 }
 
-std::string Big32(uint32_t v) { return {char(v >> 24), char(v >> 16 & 255), char(v >> 8 & 255), char(v & 255)}; }
-std::string Little(uint32_t v, int bytes) {
-    std::string out;
-    for (int i = 0; i < bytes; ++i) out += char(v >> 8 * i & 255);
-    return out;
-}
-
-std::string PngChunk(const std::string& body) {  // `body` with its four letters in front
-    uint32_t crc = 0xffffffffu;
-    for (char c : body) {
-        crc ^= uint8_t(c);
-        for (int i = 0; i < 8; ++i) crc = crc >> 1 ^ (crc & 1 ? 0xedb88320u : 0);
-    }
-    return Big32(uint32_t(body.size() - 4)) + body + Big32(~crc);
-}
-
-// The rows are stored without compression: a few kilobytes, and no library.
-std::string Png(const Plan& k) {
-    const std::string rows = Pixels(k);
-    uint32_t a = 1, b = 0;
-    for (char c : rows) a = (a + uint8_t(c)) % 65521, b = (b + a) % 65521;
-    const std::string stream = std::string("\x78\x01\x01", 3) + Little(uint32_t(rows.size()), 2) +
-                               Little(~uint32_t(rows.size()), 2) + rows + Big32(b << 16 | a);
-    const std::string head =
-        "IHDR" + Big32(uint32_t(k.size)) + Big32(uint32_t(k.size)) + std::string("\x08\x06\0\0\0", 5);
-    return "\x89PNG\r\n\x1a\n" + PngChunk(head) + PngChunk("IDAT" + stream) + PngChunk("IEND");
-}
-
-bool Write(const std::string& path, const std::string& bytes) {
-    return bool(std::ofstream(path, std::ios::binary).write(bytes.data(), std::streamsize(bytes.size())).flush());
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -125,13 +93,13 @@ int main(int argc, char** argv) {
     bool good = true;
     for (size_t i = 0; i < Plans.size(); ++i) {
         const Plan& plan = Plans[i];
-        const std::string png = Png(plan);
-        good = good && Write(base + "-" + std::to_string(plan.size) + ".png", png);
+        const std::string png = Png(plan.size, plan.size, Pixels(plan));
+        good = good && WriteBytes(base + "-" + std::to_string(plan.size) + ".png", png);
         if (i >= PlansInIco) continue;
         directory += Little(uint32_t(plan.size), 1) + Little(uint32_t(plan.size), 1) + Little(0, 2) + Little(1, 2) +
                      Little(32, 2);
         directory += Little(uint32_t(png.size()), 4) + Little(uint32_t(6 + 16 * PlansInIco + images.size()), 4);
         images += png;
     }
-    return good && Write(base + ".ico", directory + images) ? 0 : 1;
+    return good && WriteBytes(base + ".ico", directory + images) ? 0 : 1;
 }

@@ -31,6 +31,7 @@ bool IsStyleSheet(const QString& text) {
 }  // namespace
 
 bool QtDesktop::LoadSkin(const std::string& text) {
+    Q_INIT_RESOURCE(skin);
     const QString sheet = ToText(text);
     if (!IsStyleSheet(sheet)) return false;
     skin_ = sheet;

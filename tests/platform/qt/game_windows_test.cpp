@@ -6,6 +6,8 @@
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
 #include <QPalette>
 #include <QWheelEvent>
 #include <cmath>
@@ -13,6 +15,7 @@
 #include "browser/frm_thumbs.h"
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
+#include "platform/system/files.h"
 #include "play/frm_main.h"
 #include "shell/form1.h"
 #include "shell/frm_about.h"
@@ -149,6 +152,32 @@ TEST_F(GameWindows, EscClosesTheSmallWindowsAndReturnPressesTheButtonThatHasTheF
     Form1 help(main.Skin1);
     EXPECT_TRUE(staysAfter(help, Qt::Key_Return));
     EXPECT_FALSE(staysAfter(help, Qt::Key_Escape));
+}
+
+TEST_F(GameWindows, TheSkinsTickIsSeenInEveryStateOfItsItem) {
+    const std::optional<std::string> skin = ReadFile(FENTO_SOURCE_DIR "/assets/Puzzle.skn");
+    ASSERT_TRUE(skin && fixture.desktop.LoadSkin(*skin));
+    frmMain main;
+    main.OnLoad = {};
+    main.Load();
+    fixture.desktop.ApplySkin(main);
+    QMenu* menu = FormWindow::Of(main)->MenuBar().actions().at(1)->menu();
+    emit menu->aboutToShow();
+    menu->adjustSize();
+    QAction* item = menu->actions().at(3);
+    ASSERT_TRUE(item->isChecked());
+    for (const char* state : {"enabled", "selected", "disabled"}) {
+        menu->setActiveAction(state == std::string("selected") ? item : nullptr);
+        main.mnuSounds->SetEnabled(state != std::string("disabled"));
+        const auto contrast = [&] {
+            const QImage row = menu->grab(menu->actionGeometry(item)).toImage();
+            return ContrastIn(row, QRect(6, 0, 18, row.height()));
+        };
+        EXPECT_GT(contrast(), 3.0) << state;
+        main.mnuSounds->SetChecked(false);
+        EXPECT_LT(contrast(), 1.1) << state;
+        main.mnuSounds->SetChecked(true);
+    }
 }
 
 TEST_F(GameWindows, TextsOnTheDesktopsOwnColoursStayLegibleWhateverTheseAre) {
