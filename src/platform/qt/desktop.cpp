@@ -138,10 +138,11 @@ void QtDesktop::HideForm(Form& form) {
         if (entry.form == &form) entry.loop->quit();
     FormWindow* window = FormWindow::Of(form);
     if (!window || !window->isVisible()) return;
+    const bool hadKeys = window->isActiveWindow();
     window->hide();
     // Where no window manager does it; a window that was blocked sees to it itself.
     FormWindow* front = FormWindow::Frontmost();
-    if (!window->isModal() && front) front->activateWindow();
+    if (hadKeys && !window->isModal() && front) front->activateWindow();
 }
 
 Size QtDesktop::TextSize(const Font& font, const std::string& text) {

@@ -318,7 +318,8 @@ bool FormWindow::event(QEvent* event) {
             BoxWidget::ReleaseHeld();
             break;
         case QEvent::WindowUnblocked:
-            activateWindow();  // what blocked it has had the keys
+            // What blocked it has the keys, unless the player is busy with another program.
+            if (QGuiApplication::applicationState() == Qt::ApplicationActive) activateWindow();
             break;
         case QEvent::LayoutRequest:
             LayOut();
