@@ -1,6 +1,7 @@
 // The desktop on Qt: windows, message loop, clock, dialogs, pictures, sound.
 //
-//   desktop.cpp      windows, message loop, timers, clock, end
+//   desktop.cpp      message loop, timers, clock, end
+//   windows.cpp      windows shown and hidden, their states and activation
 //   decoding.cpp     pictures decoded between the events
 //   drag.cpp         dragging a box or a window
 //   dialogs.cpp      boxes, the colour dialog, running a dialog

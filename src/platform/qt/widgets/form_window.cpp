@@ -4,16 +4,14 @@
 #include <QCloseEvent>
 #include <QGuiApplication>
 #include <QMenuBar>
-#include <QMouseEvent>
-#include <QPainter>
 #include <QScreen>
 #include <QShortcut>
-#include <QStyleOption>
 #include <QWindow>
 #include <algorithm>
 #include <map>
 
 #include "platform/qt/widgets/board.h"
+#include "platform/qt/widgets/client_area.h"
 #include "platform/qt/widgets/file_drops.h"
 #include "platform/qt/widgets/peer.h"
 
@@ -38,62 +36,6 @@ Qt::WindowFlags FlagsOf(FormBorder border) {
             return Qt::Dialog | titled;
     }
 }
-
-// What lies below the menu bar: background colour, backdrop, presses on the form itself.
-class ClientArea : public QWidget {
-public:
-    explicit ClientArea(FormWindow& window) : QWidget(&window), window_(window) {
-        setContextMenuPolicy(Qt::PreventContextMenu);
-    }
-
-protected:
-    void paintEvent(QPaintEvent* event) override {
-        const Form& form = window_.TheForm();
-        QPainter painter(this);
-        if (form.Shape() && OnWayland()) painter.setClipRegion(ShapeOf(form));
-        painter.fillRect(event->rect(), ToQColor(form.BackColor()));
-        QStyleOption option;
-        option.initFrom(this);
-        style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
-        if (const auto& picture = form.Backdrop(); picture && !picture->IsUniform()) {
-            const Rect stored = picture->StorageBounds();
-            const QImage whole(reinterpret_cast<const uchar*>(picture->Row(0)), stored.width, stored.height,
-                               qsizetype(picture->Stride()) * 4, QImage::Format_RGB32);
-            painter.setRenderHint(QPainter::SmoothPixmapTransform);
-            painter.drawImage(0, 0, form.Shape() ? CutOut(whole, ShapeOf(form)) : whole);
-        }
-    }
-
-    void mousePressEvent(QMouseEvent* event) override {
-        event->accept();
-        const QPointF at = event->position();
-        window_.TheForm().DeliverMouseDown(ButtonBits(event->button()), ShiftBits(event->modifiers()), float(at.x()),
-                                           float(at.y()));
-    }
-
-public:
-    static QRegion ShapeOf(const Form& form) {
-        std::vector<QRect> rects;
-        for (const Rect& r : *form.Shape()) rects.emplace_back(r.x, r.y, r.width, r.height);
-        QRegion region;
-        // QRegion takes a ready list only if it is sorted into bands, which rows of a picture are not always.
-        for (const QRect& r : rects) region += r;
-        return region;
-    }
-
-private:
-    // What lies outside the shape would show at its edge where the picture is stretched to a larger scale.
-    static QImage CutOut(const QImage& whole, const QRegion& shape) {
-        QImage cut(whole.size(), QImage::Format_ARGB32_Premultiplied);
-        cut.fill(Qt::transparent);
-        QPainter painter(&cut);
-        painter.setClipRegion(shape);
-        painter.drawImage(0, 0, whole);
-        return cut;
-    }
-
-    FormWindow& window_;
-};
 
 class FormPeer : public QtPeer {
 public:
@@ -135,7 +77,7 @@ public:
 std::unique_ptr<QtPeer> MakeFormPeer(Form& form) { return std::make_unique<FormPeer>(form); }
 
 FormWindow::FormWindow(Form& form)
-    : QWidget(nullptr, FlagsOf(form.BorderStyle())), form_(form), client_(new ClientArea(*this)) {
+    : QWidget(nullptr, FlagsOf(form.BorderStyle())), form_(form), client_(new ClientArea(form, this)) {
     windows.push_back(this);
     // The toolkit would show the program's name in place of an empty title.
     setWindowTitle(form.Caption().empty() ? " " : ToText(form.Caption()));
@@ -228,7 +170,7 @@ void FormWindow::TakeRegion() {
         return;
     }
     // An empty mask would count as none.
-    const QRegion shape = ClientArea::ShapeOf(form_);
+    const QRegion shape = ShapeOf(form_);
     setMask(shape.isEmpty() ? QRegion(-1, -1, 1, 1) : shape);
     if (OnWayland()) {  // the mask then only lets clicks through
         setAttribute(Qt::WA_TranslucentBackground);
