@@ -66,9 +66,9 @@ def at_rest(look, differ=lambda a, b: a != b, pause=0.3):
 
 
 class Screen:
-    """An Xvfb of a given size, with a window manager unless told otherwise."""
+    """An Xvfb of a given size with a window manager."""
 
-    def __init__(self, width, height, manager=True):
+    def __init__(self, width, height):
         self.width, self.height = width, height
         self.processes = []
         self.home = tempfile.mkdtemp(prefix="fento-home-")
@@ -87,10 +87,9 @@ class Screen:
         self.env.update(DISPLAY=":" + number, HOME=self.home, XDG_RUNTIME_DIR=self.home, LC_ALL="C.UTF-8",
                         PULSE_CLIENTCONFIG=self.home + "/pulse/client.conf")
         os.chmod(self.home, 0o700)
-        if manager:
-            self._start(["openbox"], env=self.env)
-            wait_for(lambda: "_NET_SUPPORTING_WM_CHECK" in run("xprop", "-root", env=self.env, check=False),
-                     "the window manager")
+        self._start(["openbox"], env=self.env)
+        wait_for(lambda: "_NET_SUPPORTING_WM_CHECK" in run("xprop", "-root", env=self.env, check=False),
+                 "the window manager")
 
     def _start(self, command, **more):
         nothing = {"stdin": subprocess.DEVNULL, "stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
@@ -216,13 +215,10 @@ class Game:
         self.process = None
         self.window = None
 
-    def launch(self):
+    def start(self):
         with open(self.terminal, "wb") as terminal:
             self.process = self.screen._start([self.program], env=self.env, cwd=self.folder, stdout=terminal,
                                               stderr=terminal)
-
-    def start(self):
-        self.launch()
         self.window = self.screen.window(self.TITLE)
         # The splash goes half a second after the main window has come.
         wait_for(lambda: self.windows() == 1, "the splash to go")

@@ -30,7 +30,7 @@ TEST(GivingUp, NoCommandAtAYieldCanReplaceRebuildOrReorderThePieces) {
                                     "mnuGame", "mnuOptions", "mnuHints", "mnuSounds", "mnuStatus"})
             play.desktop.PostInput([&play, command] { play.Key(command); });
         play.desktop.PostInput([&play] { play.Click({300, 300}, 1); });
-        play.desktop.PostInput([&play] { play.main.picScreen.DeliverWheel({0, -1}); });
+        play.desktop.PostInput([&play] { play.Wheel(0, -1); });
         play.desktop.PostInput([&play] { play.main.DeliverResize({1000, 700}); });
     };
     play.Key("MnDesistir");

@@ -135,10 +135,7 @@ void Soak::Act() {
              ScrollBar& bar = s.Chance(50) ? s.main_.HScroll1 : s.main_.VScroll1;
              bar.DeliverValue(bar.Min() + (bar.Max() - bar.Min()) * s.Any(101) / 100, s.Chance(30));
          }},
-        {2, "wheel",
-         [](Soak& s) {
-             s.board_.DeliverWheel({(s.Any(9) - 4) / 2.0, (s.Any(9) - 4) / 2.0});
-         }},
+        {2, "wheel", [](Soak& s) { s.play_.Wheel((s.Any(9) - 4) / 2.0, (s.Any(9) - 4) / 2.0); }},
         {1, "resize",
          [](Soak& s) {
              s.main_.DeliverResize({100 + s.Any(1200), 60 + s.Any(900)});

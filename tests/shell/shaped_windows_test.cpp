@@ -43,16 +43,33 @@ TEST(RegionFromPicture, CoversExactlyWhatIsNotOfTheColour) {
     }
 }
 
-TEST(RegionFromPicture, StaysShortAndTellsNothingFromNoPicture) {
+// A body with a knob above and one below, mostly blue, with holes, and no pixel almost of the colour at any edge.
+TEST(RegionFromPicture, MakesTheBannerOnePieceWithTwoKnobs) {
+    const std::optional<Surface> banner = DecodeBmp(LoadResData("SPLASH", "PICTURE"));
+    ASSERT_TRUE(banner && banner->Bounds() == (Rect{0, 0, 614, 223}));
+    const Region region = PicDeclerations::RegionFromPicture(&*banner, Yellow).value();
+    ExpectExactCover(*banner, region);
+    EXPECT_LT(region.size(), 300u) << "equal rows are one band";
+    const auto extent = [&region](int top, int bottom) {
+        std::pair<int, int> columns{614, -1};
+        for (const Rect& r : region)
+            if (r.y <= bottom && r.Bottom() > top)
+                columns = {std::min(columns.first, r.x), std::max(columns.second, r.Right() - 1)};
+        return columns;
+    };
+    EXPECT_EQ(extent(12, 215), std::pair(2, 611));
+    EXPECT_EQ(extent(1, 11), std::pair(87, 131));
+    EXPECT_EQ(extent(216, 219), std::pair(488, 532));
+    int blue = 0, yellow = 0;
+    for (int i = 0; i < 614 * 223; ++i) {
+        const Color c = Point(*banner, i % 614, i / 614);
+        blue += c == Rgb(70, 84, 157), yellow += c == Yellow;
+        ASSERT_TRUE(c == Yellow || (c & 255) <= 215 || (c >> 8 & 255) <= 215 || c >> 16 >= 90)
+            << i % 614 << ", " << i / 614;
+    }
+    EXPECT_GT(blue, 614 * 223 / 2);
+    EXPECT_NEAR(yellow * 100.0 / (614 * 223), 9.5, 0.4);
     EXPECT_EQ(PicDeclerations::RegionFromPicture(nullptr, Yellow), std::nullopt);
-    const Surface hole(9, 7, ToPixel(Yellow));
-    EXPECT_EQ(PicDeclerations::RegionFromPicture(&hole, Yellow), Region{});
-    Surface plain(9, 7, BlackPixel);
-    EXPECT_EQ(PicDeclerations::RegionFromPicture(&plain, Yellow), (Region{{0, 0, 9, 7}}));
-    EXPECT_EQ(PicDeclerations::RegionFromPicture(&plain, -1), (Region{{0, 0, 9, 7}}));
-    SetPixel(plain, 4, 3, Yellow);
-    EXPECT_EQ(PicDeclerations::RegionFromPicture(&plain, Yellow),
-              (Region{{0, 0, 9, 3}, {0, 3, 4, 1}, {5, 3, 4, 1}, {0, 4, 9, 3}}));
 }
 
 }  // namespace

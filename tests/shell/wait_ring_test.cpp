@@ -75,16 +75,4 @@ TEST_F(WaitRing, OneStopEndsTwoStartsAndTheNextRunBeginsAnew) {
     EXPECT_THAT(changed, ElementsAre("IsPlaying", "IsPlaying", "IsPlaying"));
 }
 
-TEST_F(WaitRing, SpeedAndColourChangeInMidRun) {
-    ring.PlayWait();
-    Tick();
-    ring.SetAnimationSpeed(30);
-    EXPECT_EQ(Tick(), 2);
-    ring.SetBackColor(0x123456);
-    EXPECT_EQ(ShownFrame(ring, 0x123456), 8);
-    EXPECT_EQ(Tick(), 3);
-    ring.SetBackColor(ButtonFaceColor);
-    EXPECT_EQ(ring.BackColor(), ResolveColor(ButtonFaceColor));
-}
-
 }  // namespace

@@ -54,6 +54,7 @@ public:
     void Press(Spot at, int16_t button = 1) { main.picScreen.DeliverMouseDown(button, 0, at.x, at.y); }
     void Move(Spot to, int16_t buttons = 1) { main.picScreen.DeliverMouseMove(buttons, 0, to.x, to.y); }
     void Release(Spot at, int16_t button = 1) { main.picScreen.DeliverMouseUp(button, 0, at.x, at.y); }
+    void Wheel(double x, double y) { main.picScreen.DeliverWheel({x, y}); }
     void Click(Spot at, int16_t button) { Press(at, button), Release(at, button); }
     // Takes the piece by its middle and lets it go with its tile's corner at x, y.
     void Drag(int row, int col, int x, int y);

@@ -101,10 +101,7 @@ private:
         {"move", [this] { game_->Move(SpotOrPointer()); }},
         {"release", [this] { game_->Release(SpotOrPointer()); }},
         {"right", [this] { game_->Click(pointer_, 2); }},
-        {"wheel",
-         [this] {
-             Main().picScreen.DeliverWheel({given_.at(0), given_.at(1)});
-         }},
+        {"wheel", [this] { game_->Wheel(given_.at(0), given_.at(1)); }},
         {"menu", [this] { game_->Menu(rest_); }},
         {"key", [this] { game_->Key(rest_); }},
         {"elapsed", [this] { ElapsedSeconds = N(0); }},

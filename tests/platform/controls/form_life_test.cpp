@@ -86,11 +86,4 @@ TEST_F(FormLife, AModalFormInsideAModalFormEndsFirstEvenIfTheOuterIsClosedMeanwh
     EXPECT_TRUE(desktop.shown.empty());
 }
 
-TEST_F(FormLife, AFormUnloadedWhileItLoadsIsNeverShown) {
-    Dialog dialog("dialog");
-    dialog.OnLoad = [&] { dialog.Unload(); };
-    dialog.Show(Modality::Modal);
-    EXPECT_TRUE(desktop.log.empty());
-}
-
 }  // namespace

@@ -42,19 +42,6 @@ TEST(PaintPicture, SmallerIsTheAverageOfTheAreaCovered) {
     }
 }
 
-TEST(PaintPicture, PlainColoursStayExactAtEverySize) {
-    for (const Color color : {Rgb(0, 0, 0), Rgb(255, 255, 255), Rgb(1, 127, 254)}) {
-        Surface image(37, 600);
-        FillRect(image, image.Bounds(), color);
-        for (const Size size : {Size{36, 599}, {5, 1}, {37, 1200}, {90, 13}, {200, 601}, {1, 700}}) {
-            const Surface result = Stretched(image, size);
-            for (int y = 0; y < size.height; ++y)
-                for (int x = 0; x < size.width; ++x)
-                    ASSERT_EQ(Point(result, x, y), color) << size.width << "x" << size.height;
-        }
-    }
-}
-
 TEST(PaintPicture, LargerIsSmoothSymmetricalAndHoldsItsEnds) {
     Surface step(2, 1, BlackPixel);
     SetPixel(step, 1, 0, 0xFFFFFF);
