@@ -63,23 +63,22 @@ void frmMain::picScreen_Wheel(const WheelTurn& turn) {
 // The keys do what a press on a bar does. With a piece in the hand they do nothing.
 void frmMain::Form_KeyDown(Key key) {
     if (PickedPiece >= 0) return;
+    ScrollBar& bar = key == Key::Left || key == Key::Right ? HScroll1 : VScroll1;
     switch (key) {
         case Key::Left:
-            return ScrollBy(HScroll1, -HScroll1.SmallChange());
-        case Key::Right:
-            return ScrollBy(HScroll1, HScroll1.SmallChange());
         case Key::Up:
-            return ScrollBy(VScroll1, -VScroll1.SmallChange());
+            return ScrollBy(bar, -bar.SmallChange());
+        case Key::Right:
         case Key::Down:
-            return ScrollBy(VScroll1, VScroll1.SmallChange());
+            return ScrollBy(bar, bar.SmallChange());
         case Key::PageUp:
-            return ScrollBy(VScroll1, -VScroll1.LargeChange());
+            return ScrollBy(bar, -bar.LargeChange());
         case Key::PageDown:
-            return ScrollBy(VScroll1, VScroll1.LargeChange());
+            return ScrollBy(bar, bar.LargeChange());
         case Key::Home:
-            return ScrollBy(VScroll1, -VScroll1.Max());
+            return ScrollBy(bar, -bar.Max());
         case Key::End:
-            return ScrollBy(VScroll1, VScroll1.Max());
+            return ScrollBy(bar, bar.Max());
         case Key::Escape:
             return;
     }
