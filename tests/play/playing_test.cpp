@@ -28,6 +28,8 @@ TEST(Keys, ScrollTheBoardLikeTheBarsUnlessAPieceIsHeld) {
         views += std::to_string(play.main.HScroll1.Value()) + "," + std::to_string(play.main.VScroll1.Value()) + " ";
     }
     EXPECT_EQ(views, "224,135 240,135 240,151 240,135 240,320 240,320 240,107 240,0 240,213 240,213 ");
+    play.main.HScroll1.DeliverWheel({0, 1}), play.main.VScroll1.DeliverWheel({-1, 0});
+    EXPECT_EQ(play.main.HScroll1.Value(), 240 - 66 + 66) << "the wheel over the lower bar turns sideways";
     play.Press(play.Middle(1, 1));
     play.main.DeliverKeyDown(Key::End);
     EXPECT_EQ(play.main.VScroll1.Value(), 213);
