@@ -7,7 +7,8 @@ threads together, to the nanosecond; wall time says little on a machine that oth
 import os
 import time
 
-from desktop import Failure, Game, Saved, Screen, run, wait_for
+from desktop import Failure, Screen, run, wait_for
+from game import Game
 
 LEVELS = {54: ((1366, 768), 3), 247: ((1920, 1080), 5), 864: ((3840, 2160), 5)}  # pieces: screen, level
 
@@ -62,20 +63,7 @@ class Driven(Game):
     def started(self):
         """Starts the program; returns its CPU time when the main window has come and is at rest."""
         self.start()
-        return until_idle(self.process.pid)[0]
-
-    def menu(self, top, *steps):
-        """As without, but at the pace of the program: the machine may be busy."""
-        def shown():
-            return len(self.screen.xdo("search", "--onlyvisible", "--pid", self.process.pid, "--name", ".*").split())
-
-        before = shown()
-        x, y, _, _ = self.screen.place(self.window)
-        self.screen.click(x + (32, 94, 160)[top], (y + self.origin[1]) // 2)
-        wait_for(lambda: shown() > before, "the menu to open")
-        for step in steps:
-            until_idle(self.process.pid, quiet=0.1)
-            self.screen.key(step)
+        return cpu(self.process.pid)
 
     def choose(self, level, name):
         """Starts a game from a picture; returns CPU and wall seconds from the choice to the board.
@@ -83,25 +71,21 @@ class Driven(Game):
         The choice is the second press of a double click. It is over when the program rests.
         """
         dialog = self.new_game(level)
-        until_idle(self.process.pid)
         names = os.listdir(self.pictures)  # the file system's own order, as the dialog's
         self.screen.click(*self.thumbnail(dialog, names.index(name) + 1))
-        time.sleep(0.06)
         start, clock = cpu(self.process.pid), time.monotonic()
         self.screen.xdo("click", 1)
-        self.screen.gone("Busca Imagens", 60)
+        self.screen.gone("Busca Imagens")
         used, worked = until_idle(self.process.pid)
         return used - start, worked - clock
 
     def scan(self, pictures):
         """Opens the picture dialog; returns CPU seconds from the command to the last thumbnail."""
         self.menu(0, "Down", "Right", "Down", "Down")
-        until_idle(self.process.pid)
         start = cpu(self.process.pid)
         self.screen.key("Return")
-        dialog = self.screen.window("Busca Imagens")
-        # The status of a long scan is never still for so long: a picture takes a tenth of that.
-        used, _ = until_idle(self.process.pid, quiet=1.0, seconds=120)
+        self.screen.window("Busca Imagens")
+        used = cpu(self.process.pid)
         self.screen.key("alt+F4")
         self.screen.gone("Busca Imagens")
         return used - start
@@ -122,10 +106,6 @@ class Driven(Game):
                     return x, y
         raise Failure("no piece on the board")
 
-    def settled(self, name):
-        """What the game on the board says when it is saved."""
-        return Saved(self.save(name))
-
 
 def zigzag(x, y, count, reach):
     """`count` places round x, y, none the same as the one before it."""
@@ -144,10 +124,10 @@ def moves(screen, places, pause=0.04):
 
 def cost_of_moves(screen, pid, x, y, count, reach):
     """CPU seconds of one move of what is held at x, y."""
-    time.sleep(0.1)
+    screen.settle()
     start = cpu(pid)
     moves(screen, zigzag(x, y, count, reach))
-    time.sleep(0.05)
+    screen.settle()
     return (cpu(pid) - start) / count
 
 
@@ -159,7 +139,7 @@ class BareWindow:
         self.process = self.screen._start([program, *map(str, rect)], env=self.screen.env)
         window = self.screen.window("bare window")
         wait_for(lambda: self.screen.place(window)[2] >= size[0] - 2, "the maximised bare window")
-        until_idle(self.process.pid)
+        self.screen.settle()
 
     def close(self):
         self.screen.close()

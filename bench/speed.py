@@ -13,7 +13,7 @@ from statistics import median
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path.insert(0, os.path.join(HERE, "..", "tests", "e2e"))
 import drive  # noqa: E402
-from desktop import Failure, Saved, Screen  # noqa: E402
+from desktop import Failure, Screen  # noqa: E402
 
 REPETITIONS = 9
 MOVES = 60  # of one repetition
@@ -156,7 +156,7 @@ class Speed:
             self.table.row(f"idle with the clock running, {size[0]}x{size[1]}", median(idles) * 100, 0.5, "%")
 
     def expect(self, game, pieces):
-        found = len(game.settled("contagem").pieces)
+        found = len(game.save("contagem").pieces)
         if found != pieces:
             raise Failure(f"{found} pieces where {pieces} are to be measured")
 
@@ -190,11 +190,11 @@ class Speed:
                 game.started()
                 game.choose(level, "foto 001.jpg")
                 self.expect(game, pieces)
-                before = game.settled("antes")
+                before = game.save("antes")
                 piece, place = loose_piece(game, before)
                 half = before.tile // 2
                 pairs = self.against_bare(game, place, (-half, -half, before.tile + 1, before.tile + 1), 120)
-                moved = game.settled("depois").pieces[piece]
+                moved = game.save("depois").pieces[piece]
                 if moved == before.pieces[piece]:
                     raise Failure("the piece that was held has not moved")
                 game.end()
@@ -208,14 +208,12 @@ class Speed:
                 game = drive.Driven(screen, self.program, self.large)
                 game.started()
                 game.choose(level, "foto 001.jpg")
-                path = game.save("todas")
-                count, rect, piece = join_half(game, path, os.path.join(game.folder, "Save", "metade.pzl"))
+                count, rect, piece = join_half(game, "todas", "metade")
                 game.load("metade.pzl")
-                drive.until_idle(game.process.pid)
-                before = game.settled("antes")
-                place = center_of(game, before, piece)
+                before = game.save("antes")
+                place = game.center(before, before.pieces[piece])
                 pairs = self.against_bare(game, place, rect, 90)
-                after = game.settled("depois")
+                after = game.save("depois")
                 shift = {(a["x"] - b["x"], a["y"] - b["y"]) for a, b in zip(after.pieces[:count], before.pieces)}
                 if shift == {(0, 0)} or len(shift) != 1:
                     raise Failure(f"the group was not carried as one: {sorted(shift)[:4]}")
@@ -240,7 +238,7 @@ class Speed:
                 game = drive.Driven(screen, self.program, photo, scale=scale)
                 game.started()
                 game.choose({1: 1, 2: 5}[scale], "foto 000.jpg")
-                saved = game.settled("antes")
+                saved = game.save("antes")
                 if len(saved.pieces) != 19 * 13:
                     raise Failure(f"{len(saved.pieces)} pieces, not 19 by 13")
                 _, place = loose_piece(game, saved)
@@ -277,12 +275,6 @@ class Speed:
         self.table.row("folder of 100 photographs, CPU against scaled decodes", ratio(pairs), 1.3, "times", spread(pairs))
 
 
-def center_of(game, saved, piece):
-    half = saved.tile // 2
-    record = saved.pieces[piece]
-    return game.to_screen(record["x"] + half, record["y"] + half)
-
-
 def loose_piece(game, saved):
     """The piece nearest to the middle of the view, and the place of its centre on the screen.
 
@@ -293,20 +285,20 @@ def loose_piece(game, saved):
                    for other in saved.pieces[:piece])
 
     def away(piece):
-        x, y = center_of(game, saved, piece)
+        x, y = game.center(saved, saved.pieces[piece])
         return abs(x - game.screen.width / 2) + abs(y - game.screen.height / 2)
 
     piece = min((k for k, record in enumerate(saved.pieces) if clear(k, record)), key=away)
-    return piece, center_of(game, saved, piece)
+    return piece, game.center(saved, saved.pieces[piece])
 
 
 def join_half(game, source, target):
-    """Writes a copy of a saved game in which the first half of the pieces is joined in the view's middle.
+    """Saves a game and writes a copy in which the first half of the pieces is joined in the view's middle.
 
     Returns how many those are, their bounds counted from the centre of the piece to hold, and that piece.
     """
-    saved = Saved(source)
-    with open(source, "rb") as file:
+    saved = game.save(source)
+    with open(f"{game.folder}/Save/{source}.pzl", "rb") as file:
         lines = file.read().split(b"\r\n")
     half = len(saved.pieces) // 2
     cols = 1 + max(p["col"] for p in saved.pieces)
@@ -320,7 +312,7 @@ def join_half(game, source, target):
         # Its outline follows from place and turn, so the last number is not looked at.
         fields = (x0 + p["col"] * saved.cell, y0 + p["row"] * saved.cell, p["col"], p["row"], 0, p["id"], p["mask"])
         lines[10 + k] = " ".join(f"{v}" for v in fields).encode()
-    with open(target, "wb") as file:
+    with open(f"{game.folder}/Save/{target}.pzl", "wb") as file:
         file.write(b"\r\n".join(lines))
     piece = (rows // 2) * cols + cols // 2
     held = saved.pieces[piece]

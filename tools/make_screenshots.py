@@ -6,12 +6,12 @@ usage: python3 tools/make_screenshots.py [PROGRAM]      (build/release/fento-lir
 import os
 import shutil
 import sys
-import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+sys.dont_write_bytecode = True
 sys.path.insert(0, os.path.join(ROOT, "tests", "e2e"))
-from desktop import Game, Saved, Screen, run, solve  # noqa: E402
-
+from desktop import Screen, run  # noqa: E402
+from game import Game, solve  # noqa: E402
 
 COLOURFUL = ("Aquário", "Balões", "Casario", "Jardim")
 
@@ -20,7 +20,6 @@ def take(screen, name):
     path = os.path.join(ROOT, "docs", "screenshots", name)
     os.makedirs(os.path.dirname(path), exist_ok=True)
     screen.move(screen.width - 1, screen.height // 2)
-    time.sleep(0.3)
     run("import", "-window", "root", "-quality", "88", path, env=screen.env)
 
 
@@ -32,17 +31,14 @@ def main():
             shutil.copytree(os.path.join(ROOT, "Imagens"), game.folder + "/Imagens")
             game.start()
             dialog = game.new_game(level)
-            time.sleep(4)
             screen.click(*game.thumbnail(dialog, 2))
             take(screen, f"dialog-{width}x{height}.jpg")
             visible = listed(game.folder + "/Imagens")[:8]
             wanted = next((i for i, name in enumerate(visible) if name.startswith(COLOURFUL)), 0)
             screen.click(*game.thumbnail(dialog, wanted + 1), times=2)
             screen.gone("Busca Imagens")
-            time.sleep(1)
-            saved = Saved(game.save("inicio"))
-            solve(game, saved, until=len(saved.pieces) * 2 // 3)
-            time.sleep(1.2)
+            saved = game.save("inicio")
+            solve(game, saved, left=len(saved.pieces) * 3 // 4)
             take(screen, f"game-{width}x{height}.jpg")
             game.end()
 

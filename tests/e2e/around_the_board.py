@@ -3,21 +3,13 @@
 usage: around_the_board.py PROGRAM SCREENSHOT_FOLDER [WIDTHxHEIGHT]
 """
 
-import os
-import time
-
-from desktop import Game, Saved, Screen, at_rest, check, script, wait_for
+from desktop import Screen, check, script, wait_for
+from game import Game
 
 
 def differences(before, after, area):
     x0, y0, x1, y1 = area
     return sum(before(x, y) != after(x, y) for y in range(y0, y1, 2) for x in range(x0, x1, 2))
-
-
-def settled(screen, area):
-    """The screen once nothing moves in `area` any more."""
-    time.sleep(0.3)
-    return at_rest(screen.pixels, lambda before, now: differences(before, now, area))
 
 
 def dialog_manners(game):
@@ -26,7 +18,6 @@ def dialog_manners(game):
     dialog = game.new_game(3)
     wait_for(lambda: thumbnails(game, dialog) == 3, "three thumbnails")
     screen.key("Escape")
-    time.sleep(0.3)
     check(screen.has_window("Busca Imagens"), "Esc closed the picture dialog")
     x, y, _, _ = screen.place(dialog)
 
@@ -39,7 +30,7 @@ def dialog_manners(game):
     wait_for(lambda: thumbnails(game, dialog) == 1, "the thumbnail of the sub-folder")
     screen.click(x + 8700 // 15, y + 3710 // 15)
     screen.gone("Busca Imagens")
-    check(game.windows() == 1, "a window was left over")
+    wait_for(lambda: game.windows() == {game.window}, "the main window to be the only one")
 
 
 def thumbnails(game, dialog):
@@ -70,13 +61,12 @@ def switches(game):
 
     def toggle(*steps, leaves):
         game.menu(1, *steps, "Return")
-        config = game.folder + "/config.ini"
-        wait_for(lambda: os.path.exists(config) and open(config).read() == "[SETUP]\n" + leaves, f"{leaves} written")
+        wait_for(lambda: game.settings() == "[SETUP]\n" + leaves, f"{leaves} written")
 
     toggle("Up", "Up", "Up", leaves="Som=False\n")
     before = screen.pixels()
     toggle("Up", "Up", leaves="Som=False\nNavegador=False\n")
-    check(differences(before, settled(screen, panel), panel) > 500, "the panel did not go")
+    check(differences(before, screen.pixels(), panel) > 500, "the panel did not go")
     toggle("Up", "Up", leaves="Som=False\nNavegador=True\n")
 
 
@@ -84,36 +74,31 @@ def panel_moves(game):
     """The panel by its miniature."""
     screen = game.screen
     x, y, width, height = screen.place(game.window)
-    board = (x + 20, y + 60, x + width - 500, y + height - 60)
-    start = settled(screen, board)
+    start = screen.pixels()
     px, py = x + width - 100, y + height - 110
     screen.drag(px, py, px - 300, py - 150, steps=10)
-    now = settled(screen, board)
-    check(differences(start, now, (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
+    check(differences(start, screen.pixels(), (px - 340, py - 190, px - 260, py - 110)) > 200, "the panel did not move")
     screen.screenshot(game.shots + "/2-panel-moved.png")
 
 
 def hold_cut_short(game):
     """A box that opens while a piece is held: the piece is let go first and does not stick to the pointer."""
     screen = game.screen
-    saved = Saved(game.save("antes"))
+    saved = game.save("antes")
     piece = saved.pieces[-1]
-    half = saved.tile // 2
-    x1, y1 = game.to_screen(piece["x"] + half, piece["y"] + half)
+    x1, y1 = game.center(saved, piece)
     screen.move(x1, y1)
     screen.press()
     for step in range(1, 5):
         screen.move(x1 - 20 * step, y1 + 11 * step)
     screen.key("F1")
     screen.window("Como Jogar")
-    time.sleep(0.3)
     screen.screenshot(game.shots + "/3-help-in-mid-drag.png")
     screen.release()
     screen.key("alt+F4")
     screen.gone("Como Jogar")
     screen.move(x1 - 300, y1 + 150)
-    time.sleep(0.3)
-    after = {p["id"]: p for p in Saved(game.save("depois")).pieces}[piece["id"]]
+    after = {p["id"]: p for p in game.save("depois").pieces}[piece["id"]]
     moved = after["x"] - piece["x"], after["y"] - piece["y"]
     check(moved == (-77, 44), f"the piece moved by {moved}: the lattice point nearest to -80, 44 is -77, 44")
 
@@ -124,21 +109,14 @@ def small_windows(game):
     for _ in range(2):
         game.menu(2, "Up", "Return")
         screen.window(" Sobre o Fento-Lira Master")
-        time.sleep(0.3)
         screen.screenshot(game.shots + "/4-about.png")
         screen.key("ctrl+o")
-        time.sleep(0.4)
-        check(game.windows() == 2, "a command reached the main window behind the About box")
+        check(len(game.windows()) == 2, "a command reached the main window behind the About box")
         screen.key("alt+F4")
         screen.gone(" Sobre o Fento-Lira Master")
-    screen.key("F3")  # a question: No leaves everything as it is
-    wait_for(lambda: game.windows() == 2, "the question before a restart")
-    time.sleep(0.3)
-    screen.screenshot(game.shots + "/5-question.png")
-    before = Saved(game.folder + "/Save/depois.pzl").pieces
-    screen.key("Escape")
-    wait_for(lambda: game.windows() == 1, "the question to close")
-    check(Saved(game.save("igual")).pieces == before, "answering No moved pieces")
+    before = game.save("antes").pieces
+    game.answer_restart("Escape", game.shots + "/5-question.png")  # No leaves everything as it is
+    check(game.save("igual").pieces == before, "answering No moved pieces")
 
 
 def main(program, shots, size="1366x768"):

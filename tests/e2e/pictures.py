@@ -5,9 +5,9 @@ usage: pictures.py PROGRAM SCREENSHOT_FOLDER
 
 import os
 import shutil
-import time
 
-from desktop import Game, Saved, Screen, at_rest, check, run, script
+from desktop import Screen, check, run, script
+from game import Game
 
 PLASMA = ["-seed", "11", "plasma:red-blue"]
 # The mean difference of a colour, 0 to 255, that filters and colour conversions may make; another picture, or one
@@ -83,8 +83,6 @@ def check_thumbnails(game, files, shots, page):
     folder = offer(game, files)
     dialog = game.new_game(3)
     screen.move(5, screen.height - 5)
-    time.sleep(0.5)
-    at_rest(screen.bytes)
     pixel = screen.pixels()
     screen.screenshot(f"{shots}/thumbnails-{page}.png")
     wrong = []
@@ -108,8 +106,8 @@ def check_board(game, file, shots):
     far their darkest and lightest tenths are apart."""
     screen = game.screen
     offer(game, [file])
-    game.start_picture(0, seconds=60)
-    saved = Saved(game.save("jogo"))
+    game.start_picture(0)
+    saved = game.save("jogo")
     pixel = screen.pixels()
     name = os.path.basename(file)
     screen.screenshot(f"{shots}/board-{name}.png")

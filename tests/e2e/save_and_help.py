@@ -6,9 +6,8 @@ colour and finds it again after a restart.
 usage: save_and_help.py PROGRAM SCREENSHOT_FOLDER [WIDTHxHEIGHT]
 """
 
-import time
-
-from desktop import Game, Saved, Screen, check, script, solve, wait_for
+from desktop import Screen, check, script, wait_for
+from game import Game, solve
 
 
 def whole_picture(screen):
@@ -27,12 +26,12 @@ def main(program, shots, size="1366x768"):
         game.start_picture(3)
 
         # Half played, saved, closed, taken up again, won.
-        solve(game, Saved(game.save("inicio")), left=3)
-        first = Saved(game.save("meio"))
+        solve(game, game.save("inicio"), left=3)
+        first = game.save("meio")
         game.end()
         game.start()
         game.load("meio.pzl")
-        again = Saved(game.save("outra vez"))
+        again = game.save("outra vez")
         check(again.pieces == first.pieces and again.picture == first.picture, "the loaded game is not the saved one")
         screen.screenshot(f"{shots}/save-1-taken-up.png")
         check(first.seconds <= again.seconds <= first.seconds + 30,
@@ -44,7 +43,6 @@ def main(program, shots, size="1366x768"):
         game.start_picture(3)
         game.refresh_menu(1)
         screen.key("ctrl+m")
-        time.sleep(0.3)
         pixel = screen.pixels()
         yellow = sum(pixel(x, y) == (255, 255, 0) for y in range(60, height - 60) for x in range(0, width))
         check(yellow >= 3 * 66, f"only {yellow} yellow pixels frame the move shown")
@@ -52,22 +50,19 @@ def main(program, shots, size="1366x768"):
 
         # Giving up solves the board.
         game.menu(1, "Down", "Down", "Return")
-        time.sleep(1.5)
+        wait_for(lambda: whole_picture(screen) >= 190, "giving up to bring the picture together")
         screen.screenshot(f"{shots}/help-2-given-up.png")
-        check(whole_picture(screen) >= 190, "giving up did not bring the picture together")
 
         # The colour of the board, now and in the next run.
-        before = game.windows()
         game.menu(1, "Up", "Return")
-        wait_for(lambda: game.windows() > before, "the colour dialog")
-        time.sleep(0.4)
+        screen.window("Cor")
         screen.screenshot(f"{shots}/help-3-colour.png")
         screen.key("alt+h")  # the field that takes the colour as text
         screen.key("ctrl+a")
         screen.type("#a0c8b4")
         screen.key("Return")
-        wait_for(lambda: game.windows() == before, "the colour dialog to close")
-        wait_for(lambda: f"Color={0xB4C8A0}" in open(game.folder + "/config.ini").read(), "the colour in config.ini")
+        screen.gone("Cor")
+        wait_for(lambda: f"Color={0xB4C8A0}" in game.settings(), "the colour in config.ini")
         game.end()
         Game.BOARD = (0xA0, 0xC8, 0xB4)  # start() looks for a board of this colour
         game.start()

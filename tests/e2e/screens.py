@@ -3,10 +3,10 @@
 usage: screens.py PROGRAM SCREENSHOT_FOLDER [NAME...]
 """
 
-import time
 from concurrent.futures import ThreadPoolExecutor
 
-from desktop import Failure, Game, Saved, Screen, at_rest, check, run, script, solve, wait_for
+from desktop import Failure, Screen, check, run, script, wait_for
+from game import Game, solve
 
 # Name, screen, scale, level, the cell of that level there. All pictures make three columns and two rows.
 GAMES = [
@@ -39,30 +39,25 @@ def no_trails(game, saved):
     x, y, width, height = screen.place(game.window)
     panel = (x + width - 200 * s, y + height - 180 * s, x + width, y + height)
     piece = max(saved.pieces, key=lambda p: p["id"])
-    half = saved.tile // 2
-    at = game.to_screen(piece["x"] + half, piece["y"] + half)
-    look = lambda: at_rest(lambda: without(screen, panel), pause=0.25)
+    at = game.center(saved, piece)
     screen.click(*at)  # on top from here on
     screen.move(x + 5, y + 3)
-    before = look()
+    before = without(screen, panel)
     screen.move(*at)
     screen.press()
     for dx, dy in ((-37, 21), (-83, 55), (-40, 130), (31, 97), (90, 33), (51, -7), (13, 5), (0, 0)):
         screen.move(at[0] + dx * s, at[1] + dy * s)
-        time.sleep(0.02)
     screen.release()
     screen.move(x + 5, y + 3)
-    after = look()
+    after = without(screen, panel)
     rows = changed(before, after, s)
     check(not rows, f"a drag left trails in the rows {rows[:20]}")
     if height > game.primary[1]:
         return  # the bar's range is shorter than the way there and back
-    screen.move(*at)
-    screen.xdo("click", 5)
-    time.sleep(0.2)
-    screen.xdo("click", 4)
+    screen.click(*at, button=5)
+    screen.click(*at, button=4)
     screen.move(x + 5, y + 3)
-    rows = changed(after, look(), s)
+    rows = changed(after, without(screen, panel), s)
     check(not rows, f"a fresh paint differs in the rows {rows[:20]}")
 
 
@@ -85,16 +80,10 @@ def touching(saved):
 def play(game, name, level, cell, shots):
     screen = game.screen
     game.start_picture(level, shot=f"{shots}/{name}-1-dialog.png")
-    saved = Saved(game.save("jogo"))
-    for _ in range(20):
-        if not touching(saved):
-            break
-        screen.key("F3")
-        wait_for(lambda: game.windows() == 2, "the question before a restart")
-        time.sleep(0.2)
-        screen.key("alt+s")
-        wait_for(lambda: game.windows() == 1, "the question to close")
-        saved = Saved(game.save("jogo"))
+    saved = game.save("jogo")
+    while touching(saved):
+        game.answer_restart("alt+s")
+        saved = game.save("jogo")
     check((len(saved.pieces), saved.cell) == (6, cell), f"{len(saved.pieces)} pieces of {saved.cell}, not 6 of {cell}")
     no_trails(game, saved)
     screen.screenshot(f"{shots}/{name}-2-scattered.png")
@@ -111,7 +100,7 @@ def two_monitors(program, shots):
     with Screen(2720, 1080) as screen:
         run("xrandr", "--setmonitor", "big", "1920/500x1080/280+0+0", "screen", env=screen.env)
         run("xrandr", "--setmonitor", "*small", "800/210x600/160+1920+200", "none", env=screen.env)
-        game = start(Game(screen, program, room=(800, 600), primary=(800, 600)), 55)
+        game = start(Game(screen, program, primary=(800, 600)), 55)
         check(screen.place(game.window)[0] == 1920, "the window opened beside the primary monitor")
         title = lambda: (screen.place(game.window)[0] + 300, screen.place(game.window)[1] - 10)
         screen.click(*title(), times=2)

@@ -13,7 +13,8 @@ import time
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 sys.path[:0] = [os.path.join(HERE, "..", "e2e"), os.path.join(HERE, "..", "sound")]
-from desktop import Failure, Game, Screen, wait_for  # noqa: E402
+from desktop import Failure, Screen, script, wait_for  # noqa: E402
+from game import Game  # noqa: E402
 from pointer import Pointer  # noqa: E402
 
 FIRST_WITHIN = 0.5  # seconds from the dialog's appearing
@@ -41,7 +42,7 @@ def probe(game, pointer, dialog, count):
     """Clicks on thumbnails until the scan is over; the seconds each answer took."""
     corners = {number: frame_corner(game.screen, dialog, number) for number in range(1, 5)}
     for number, at in corners.items():
-        wait_for(lambda: pointer.pixel(*at) == GREY, f"thumbnail {number}", 20)
+        wait_for(lambda: pointer.pixel(*at) == GREY, f"thumbnail {number}")
     middles = {number: game.thumbnail(dialog, number) for number in corners}
     answers, number, begun = [], 1, time.monotonic()
     looked = begun
@@ -61,10 +62,15 @@ def probe(game, pointer, dialog, count):
     raise Failure("the scan does not end")
 
 
-def main():
-    program, shots, photographs = sys.argv[1:4]
-    count = int(sys.argv[4]) if len(sys.argv) > 4 else 2000
-    os.makedirs(shots, exist_ok=True)
+def open_dialog(game):
+    """The picture dialog as soon as it is there."""
+    game.menu(0, "Down", "Right", "Down", "Down")
+    game.screen.xdo("key", "Return")
+    return game.screen.window("Busca Imagens")
+
+
+def main(program, shots, photographs, count=2000):
+    count = int(count)
     originals = sorted(os.path.join(photographs, name) for name in os.listdir(photographs))
     with Screen(1366, 768) as screen:
         game = Game(screen, program)
@@ -79,24 +85,21 @@ def main():
         game.start()
         pointer = Pointer(screen.env["DISPLAY"])
         before = resident(game)
-        game.menu(0, "Down", "Right", "Down", "Down", "Return")
-        dialog = screen.window("Busca Imagens")
+        dialog = open_dialog(game)
         shown = time.monotonic()
         corner = frame_corner(screen, dialog, 1)
-        wait_for(lambda: pointer.pixel(*corner) == GREY, "the first thumbnail", 20)
+        wait_for(lambda: pointer.pixel(*corner) == GREY, "the first thumbnail")
         first = time.monotonic() - shown
         answers, lasted = probe(game, pointer, dialog, count)
         after = resident(game)
         screen.screenshot(f"{shots}/folder.png")
         screen.key("alt+F4")
         screen.gone("Busca Imagens")
-        time.sleep(0.5)
         left = resident(game)
         # Closing in mid-scan: the dialog goes at once and nothing goes on behind it.
-        game.menu(0, "Down", "Right", "Down", "Down", "Return")
-        screen.window("Busca Imagens")
-        time.sleep(1.0)
-        screen.key("alt+F4")
+        corner = frame_corner(screen, open_dialog(game), 4)
+        wait_for(lambda: pointer.pixel(*corner) == GREY, "the fourth thumbnail")
+        screen.xdo("key", "alt+F4")
         since = time.monotonic()
         screen.gone("Busca Imagens")
         closed = time.monotonic() - since
@@ -125,7 +128,4 @@ def main():
 
 
 if __name__ == "__main__":
-    try:
-        main()
-    except Failure as failure:
-        sys.exit(f"folders: {failure}")
+    script(main)

@@ -1,6 +1,5 @@
 """Files that a player should never meet: huge, broken, lying about their size, or no files at all."""
 
-import os
 import struct
 
 

@@ -10,7 +10,8 @@ import time
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "e2e"))
 
-from desktop import Failure, Game, Saved, Screen, check, script, wait_for  # noqa: E402
+from desktop import Failure, Screen, check, script, wait_for  # noqa: E402
+from game import Game  # noqa: E402
 from pointer import Pointer  # noqa: E402
 from pulse import RATE, Daemon, Recorder  # noqa: E402
 from waves import find, references  # noqa: E402
@@ -28,11 +29,10 @@ class Player:
 
     def __init__(self, game, pointer):
         game.start_picture(3)
-        self.game, self.pointer, self.saved = game, pointer, Saved(game.save("som"))
-        half = self.saved.tile // 2
+        self.game, self.pointer, self.saved = game, pointer, game.save("som")
         self.pieces = sorted(self.saved.pieces, key=lambda p: (p["row"], p["col"]))
         for piece in self.pieces:
-            piece["at"] = game.to_screen(piece["x"] + half, piece["y"] + half)
+            piece["at"] = game.center(self.saved, piece)
 
     def aligned(self, x, y):
         """The place of a dropped piece's middle: corners come to rest on a lattice."""
@@ -49,7 +49,7 @@ class Player:
 
     def grab(self, piece):
         self.pointer.move(*piece["at"])
-        time.sleep(0.05)
+        self.game.screen.settle()
         return self.pointer.press()
 
     def turn(self, piece):
@@ -61,7 +61,6 @@ class Player:
         for step in range(1, 5):
             self.pointer.move(x + (place[0] - x) * step / 4, y + (place[1] - y) * step / 4)
             time.sleep(0.01)
-        time.sleep(0.05)
         piece["at"] = place
         self.pointer.release()
 
@@ -75,11 +74,11 @@ class Player:
         self.pointer.move(*piece["at"])
         before = self.pointer.pixel(*place)
         self.pointer.press()
-        time.sleep(0.02)
+        self.game.screen.settle()
         moved = self.pointer.move(*place)
         seconds = self.pointer.seconds_until_changed(*place, before, moved)
         self.pointer.release()
-        time.sleep(0.05)
+        self.game.screen.settle()
         check(seconds is not None, "the game stands still: a carried piece does not move")
         piece["at"] = place
         return seconds
@@ -135,7 +134,6 @@ def play_and_listen(game, pointer, ear):
     player = Player(game, pointer)
     pieces, piece = player.pieces, player.pieces[1]
     print("waves:")
-    time.sleep(0.5)
     ear.hears("pick-up", lambda: player.grab(piece), 0.3, "CLICK")
     ear.hears("turn", lambda: player.turn(piece), 0.4, "GIRO")
     ear.hears("drop", lambda: player.drop(piece, player.free_place()), 0.3, "CLICK")
@@ -153,10 +151,9 @@ def play_and_listen(game, pointer, ear):
 
     delays = []
     for number in range(15):
-        time.sleep(0.2 + number * 0.0037)
         delays.append(ear.delay(lambda: player.grab(pieces[-1])))
         player.drop(pieces[-1], pieces[-1]["at"])
-        time.sleep(0.1)
+        time.sleep(0.3 + number * 0.0037)  # it is heard out; the next comes at another place in the sink's round
     delay = statistics.median(delays)
     print(f"  a pick-up is heard after {delay * 1000:.1f} ms")
     check(delay <= HEARD_WITHIN, f"a pick-up is heard after {delay:.3f} s")
@@ -169,7 +166,6 @@ def play_and_listen(game, pointer, ear):
 
     ear.hears("switched off: menu, pick-up, turn, drop", switched_off, 0.4)
     game.menu(1, "Down", "Down", "Down", "Return")
-    time.sleep(0.3)
 
     left, top = game.board_offset
     corner = player.aligned(*game.to_screen(110 - left, 110 - top))
@@ -178,7 +174,7 @@ def play_and_listen(game, pointer, ear):
         while piece["rotation"]:
             player.turn(piece)
             time.sleep(0.02)
-        time.sleep(0.4)
+        time.sleep(0.4)  # the turns are heard out
         last = piece is pieces[-1]
         place = corner if piece is pieces[0] else player.home(piece)
         ear.hears_last("win" if last else "drop at home", lambda: player.drop(piece, place), 1.6 if last else 0.3,
@@ -264,7 +260,7 @@ def main(program, shots, waves):
         game.env["PULSE_SERVER"] = daemon.server
         game.picture("foto pequena.jpg", "180x120", "plasma:tomato-steelblue", "-seed", "7")
         usual = timed(game.start)
-        wait_for(lambda: daemon.streams() >= 1, "the game's stream at the daemon", 5)
+        wait_for(lambda: daemon.streams() >= 1, "the game's stream at the daemon")
         ear = Ear(recorder, references(waves, RATE))
         listen_until_no_gaps(game, pointer, ear)
         break_the_daemon(game, pointer, ear, daemon)

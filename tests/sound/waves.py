@@ -2,7 +2,6 @@
 
 import os
 import struct
-from array import array
 
 NAMES = ("CLICK", "GIRO", "COMPLETE", "ROTATE")
 
