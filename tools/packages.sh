@@ -3,6 +3,8 @@
 # dpkg is asked first, so a machine that has everything fetches nothing.
 # shellcheck shell=bash disable=SC2034
 
+export PYTHONDONTWRITEBYTECODE=1  # the checks leave nothing beside the sources
+
 BUILD_PACKAGES="g++ cmake ninja-build qt6-base-dev libsdl2-dev"
 RUN_PACKAGES="qt6-translations-l10n fonts-dejavu-core"
 # For a machine without a display: an X server that is served over VNC.
