@@ -32,7 +32,7 @@ sources_apt() {
 }
 list_sources() {
     local list
-    rm -rf "$out/apt" && mkdir -p "$out"/apt/{parts,lists/partial,cache/archives/partial} || return 1
+    rm -rf "$out/apt" && mkdir -p "$out"/apt/{parts,got,lists/partial,cache/archives/partial} || return 1
     for list in /etc/apt/sources.list /etc/apt/sources.list.d/*; do
         grep -qsiE 'debian|ubuntu' "$list" || continue  # others have no business here
         case $list in
@@ -49,7 +49,8 @@ fetch() {
     version=$(version_of "$1")
     [ -n "$version" ] || { say "skipped: only Debian and its kin have the sources of $1"; exit 77; }
     [ -e "$(dsc_of "$1")" ] && return 0
-    if ! { list_sources && (cd "$out/sources" && sources_apt source --download-only "$1=$version"); } >"$log" 2>&1 </dev/null; then
+    if ! { list_sources && (cd "$out/apt/got" && sources_apt source --download-only "$1=$version" && mv ./* "$out/sources/"); } \
+        >"$log" 2>&1 </dev/null; then
         rm -rf "$out/apt"
         say "skipped: the sources of $1 $version can't be had from this machine's mirrors ($log)"
         exit 77
@@ -89,7 +90,7 @@ make_library() {
 # The licences stand in the sources, which are unpacked for it once more.
 gather_licences() {
     local recipe work=$out/work/licences
-    recipe=$(cat "$out"/libraries/*/.recipe "$here/licences.py" packaging/windows/LICENCAS.txt | sha256sum)
+    recipe=$(cat "$out"/libraries/*/.recipe "$here"/* tools/packages.sh LICENSE packaging/windows/LICENCAS.txt | sha256sum)
     [ "$(cat "$out/licences.made" 2>/dev/null)" = "$recipe" ] && return 0
     fetch qt6-base
     fetch libsdl2

@@ -93,8 +93,8 @@ def main(sources: Path, folder: Path) -> None:
         (folder / name).write_text(text, encoding="utf-8", newline="\r\n")
     recipe = folder / "Receita"
     recipe.mkdir()
-    for name in ("libraries.sh", "toolchain.cmake", "qt6-base.cmake", "libsdl2.cmake"):
-        shutil.copy(Root / "tools/windows" / name, recipe)
+    for name in ("packages.sh", "windows/libraries.sh", "windows/toolchain.cmake", "windows/qt6-base.cmake", "windows/libsdl2.cmake"):
+        shutil.copyfile(Root / "tools" / name, recipe / Path(name).name)
     print(f"{len(taken)} parts of others in Qt: " + ", ".join(name for name, _, _ in taken))
 
 
