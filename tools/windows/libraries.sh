@@ -69,7 +69,7 @@ unpack() {
 make_library() {
     local recipe work start=$SECONDS place=$out/libraries/$1
     recipe=$(recipe_of "$1") work=$out/work/$1-${recipe:0:12}
-    [ "$(cat "$place/.recipe" 2>/dev/null)" = "$recipe" ] && return 0
+    [ "$(cat "$place/.recipe" 2>/dev/null)" = "$recipe" ] && { say "ok      $1 (as it was)"; return 0; }
     fetch "$1"
     say "Building $1 $(version_of "$1") for Windows..."
     [ -d "$work" ] || rm -rf "$out/work/$1-"*
