@@ -1,8 +1,6 @@
 # What of Qt the program for Windows needs: windows and pictures. Preloaded into Qt's cache (cmake -C).
 set(CMAKE_BUILD_TYPE Release CACHE STRING "")
 set(BUILD_SHARED_LIBS ON CACHE BOOL "")
-set(CMAKE_SHARED_LINKER_FLAGS -s CACHE STRING "")
-set(CMAKE_MODULE_LINKER_FLAGS -s CACHE STRING "")
 set(QT_BUILD_TESTS OFF CACHE BOOL "")
 set(QT_BUILD_EXAMPLES OFF CACHE BOOL "")
 

@@ -12,6 +12,11 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_C_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
 set(CMAKE_CXX_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
 
+# No symbols, and no time of day: equal sources give equal files.
+foreach(kind EXE SHARED MODULE)
+  set(CMAKE_${kind}_LINKER_FLAGS_INIT "-s -Wl,--no-insert-timestamp")
+endforeach()
+
 cmake_path(SET FENTO_WINDOWS_LIBRARIES NORMALIZE ${CMAKE_CURRENT_LIST_DIR}/../../build/windows/libraries)
 set(CMAKE_FIND_ROOT_PATH ${FENTO_WINDOWS_LIBRARIES}/qt6-base ${FENTO_WINDOWS_LIBRARIES}/libsdl2 /usr/x86_64-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
