@@ -19,10 +19,10 @@ version_of() {
 }
 dsc_of() { printf '%s' "$out/sources/$1_$(version_of "$1" | sed 's/^[0-9]*://').dsc"; }
 
-# All that decides what a library becomes.
+# All that decides what a library becomes; comments don't.
 recipe_of() {
     { version_of "$1"; dpkg-query -W -f '${Version}\n' g++-mingw-w64-x86-64-posix mingw-w64-x86-64-dev
-      cat "$here/$1.cmake" "$here/toolchain.cmake"; } | sha256sum | cut -d ' ' -f 1
+      sed '/^ *#/d' "$here/$1.cmake" "$here/toolchain.cmake"; } | sha256sum | cut -d ' ' -f 1
 }
 
 # apt with lists and a state of its own, made from the machine's; those are left as they are.

@@ -12,7 +12,7 @@ set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
 set(CMAKE_C_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
 set(CMAKE_CXX_FLAGS_INIT -Wa,-muse-unaligned-vector-move)
 
-# No symbols, and no time of day: equal sources give equal files.
+# No symbols, and no time of day: equal sources give equal files. (Qt6Core still has one, in its table of file types.)
 foreach(kind EXE SHARED MODULE)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-s -Wl,--no-insert-timestamp")
 endforeach()
