@@ -21,6 +21,7 @@ for tool in make_waves make_splash make_icon make_ticks; do
 done
 $bin/make_waves "$target/waves"
 $bin/make_splash "$target/splash.bmp"
+$bin/make_splash "$target/splash-dense.bmp" 2
 $bin/make_icon "$target"
 $bin/make_ticks "$target/skin"
 [ "$what" = all ] || exit 0

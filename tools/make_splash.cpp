@@ -1,11 +1,13 @@
-// Makes the banner that opens the program: make_splash FILE.bmp.
+// Makes the banner that opens the program: make_splash FILE.bmp [DENSITY].
 //
-// 614 x 223 pixels, 24 bits. Pure yellow is see-through: what is not yellow has the shape of
-// one big jigsaw piece, with a knob above, a knob below and two holes where pieces of the
-// small puzzle on it are missing. The outline is decided pixel by pixel and never smoothed,
-// so that no yellowish fringe is left on the desktop behind it. The program writes its
-// version in white at 495, 122, so nothing is painted there.
+// 614 x 223 pixels, 24 bits; for dense screens as many times more along either side. Pure yellow is see-through: what
+// is not yellow has the shape of one big jigsaw piece, with a knob above, a knob below and two holes where pieces of
+// the small puzzle on it are missing. The outline is decided pixel by pixel and never smoothed, so that no yellowish
+// fringe is left on the desktop behind it: a dense banner has the same one, enlarged. The program writes its version in
+// white at 495, 122, so nothing is painted there.
+#include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 
 #include "paint/lettering.h"
 #include "paint/paint.h"
@@ -14,7 +16,8 @@ using namespace paint;
 
 namespace {
 
-constexpr int Width = 614, Height = 223;
+constexpr int Width = 614, Height = 223;  // all measures here count in units of the plain banner
+int density = 1;                          // pixels of a unit
 constexpr Rgb Blue = Hex(0x46549d), Deep = Hex(0x2c376f), Light = Hex(0x7f8ccb), Yellow = Hex(0xffff00);
 
 // The small puzzle: its top left corner, the side of a piece, how many.
@@ -96,10 +99,15 @@ Rgb PuzzleColour(double u, double v) {
     return colour;
 }
 
+// One of 16 points within a pixel, in units.
+Vec PointOf(int x, int y, int i) { return Vec{x + (i % 4 + 0.5) / 4, y + (i / 4 + 0.5) / 4} * (1.0 / density); }
+
 Rgb PuzzlePixel(int x, int y) {
     Rgb sum;
-    for (int i = 0; i < 16; ++i)
-        sum = sum + PuzzleColour((x + (i % 4 + 0.5) / 4 - PuzzleX) / Side, (y + (i / 4 + 0.5) / 4 - PuzzleY) / Side);
+    for (int i = 0; i < 16; ++i) {
+        const Vec p = PointOf(x, y, i);
+        sum = sum + PuzzleColour((p.x - PuzzleX) / Side, (p.y - PuzzleY) / Side);
+    }
     return sum * (1.0 / 16);
 }
 
@@ -110,12 +118,12 @@ void LayPiece(Canvas& canvas, int piece, Vec centre, double angle) {
         const Vec q = Turned(p - centre, -angle) * (1 / (Side * 1.25)) + home;
         return std::pair(PieceAt(q.x, q.y) == piece, q);
     };
-    for (int y = int(centre.y - 40); y < int(centre.y + 40); ++y) {
-        for (int x = int(centre.x - 40); x < int(centre.x + 40); ++x) {
+    for (int y = int(centre.y - 40) * density; y < int(centre.y + 40) * density; ++y) {
+        for (int x = int(centre.x - 40) * density; x < int(centre.x + 40) * density; ++x) {
             Rgb sum;
             double cover = 0, shadow = 0;
             for (int i = 0; i < 16; ++i) {
-                const Vec p{x + (i % 4 + 0.5) / 4, y + (i / 4 + 0.5) / 4};
+                const Vec p = PointOf(x, y, i);
                 const auto [hit, q] = covers(p);
                 if (covers(p - Vec{2.5, 3}).first) shadow += 1.0 / 16;
                 if (!hit) continue;
@@ -133,17 +141,19 @@ void LayPiece(Canvas& canvas, int piece, Vec centre, double angle) {
 }
 
 void Write(Canvas& canvas, const std::string& text, Vec origin, double size, double pen) {
-    for (const auto& stroke : Lettering(text, origin + Vec{2, 3}, size)) canvas.Path(stroke, pen, Deep, 0.85);
-    for (const auto& stroke : Lettering(text, origin, size)) canvas.Path(stroke, pen, Hex(0xffffff));
+    const auto lettering = [&](Vec at) { return Lettering(text, at * density, size * density); };
+    for (const auto& stroke : lettering(origin + Vec{2, 3})) canvas.Path(stroke, pen * density, Deep, 0.85);
+    for (const auto& stroke : lettering(origin)) canvas.Path(stroke, pen * density, Hex(0xffffff));
 }
 
 // A light edge at the top left and a dark one at the bottom right, as a cut piece has.
 void Bevel(Canvas& canvas) {
-    for (int y = 0; y < Height; ++y) {
-        for (int x = 0; x < Width; ++x) {
+    for (int y = 0; y < Height * density; ++y) {
+        for (int x = 0; x < Width * density; ++x) {
             for (int depth = 3; depth >= 1; --depth) {
-                if (!InOutline(x - depth, y - depth)) canvas.At(x, y) = Mix(Blue, Light, 1.1 - 0.25 * depth);
-                if (!InOutline(x + depth, y + depth)) canvas.At(x, y) = Mix(Blue, Deep, 1.1 - 0.25 * depth);
+                const int column = x / density, row = y / density;
+                if (!InOutline(column - depth, row - depth)) canvas.At(x, y) = Mix(Blue, Light, 1.1 - 0.25 * depth);
+                if (!InOutline(column + depth, row + depth)) canvas.At(x, y) = Mix(Blue, Deep, 1.1 - 0.25 * depth);
             }
         }
     }
@@ -152,26 +162,28 @@ void Bevel(Canvas& canvas) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) return std::fprintf(stderr, "make_splash FILE.bmp\n"), 2;
-    Canvas canvas(Width, Height, Blue);
+    if (argc < 2 || argc > 3) return std::fprintf(stderr, "make_splash FILE.bmp [DENSITY]\n"), 2;
+    density = argc > 2 ? std::clamp(std::atoi(argv[2]), 1, 8) : 1;
+    Canvas canvas(Width * density, Height * density, Blue);
     Bevel(canvas);
     const Vec end{PuzzleX + Columns * Side, PuzzleY + Rows * Side};
     canvas.Fill(
-        {0, 0}, {240, 223},
+        {0, 0}, Vec{240, 223} * density,
         [&](Vec p) {
-            return Box(p, {PuzzleX + 2, PuzzleY + 3}, end + Vec{3, 4}, 2);
+            return Box(p * (1.0 / density), {PuzzleX + 2, PuzzleY + 3}, end + Vec{3, 4}, 2) * density;
         },
-        Deep, 0.8, 3);
-    for (int y = int(PuzzleY); y < int(end.y); ++y)
-        for (int x = int(PuzzleX); x < int(end.x); ++x) canvas.At(x, y) = PuzzlePixel(x, y);
+        Deep, 0.8, 3 * density);
+    for (int y = int(PuzzleY) * density; y < int(end.y) * density; ++y)
+        for (int x = int(PuzzleX) * density; x < int(end.x) * density; ++x) canvas.At(x, y) = PuzzlePixel(x, y);
     Write(canvas, "Fento-Lira", {222, 101}, 56, 8.5);
     Write(canvas, "Master", {224, 161}, 40, 6.5);
     LayPiece(canvas, MissingA, {424, 180}, 0.5);
     LayPiece(canvas, MissingB, {566, 174}, -0.35);
-    for (int y = 0; y < Height; ++y) {
-        for (int x = 0; x < Width; ++x) {
-            const bool hole = Missing(PieceAt((x + 0.5 - PuzzleX) / Side, (y + 0.5 - PuzzleY) / Side));
-            if (!InOutline(x, y) || hole) canvas.At(x, y) = Yellow;
+    for (int y = 0; y < Height * density; ++y) {
+        for (int x = 0; x < Width * density; ++x) {
+            const int column = x / density, row = y / density;
+            const bool hole = Missing(PieceAt((column + 0.5 - PuzzleX) / Side, (row + 0.5 - PuzzleY) / Side));
+            if (!InOutline(column, row) || hole) canvas.At(x, y) = Yellow;
         }
     }
     return canvas.WriteBmp(argv[1]) ? 0 : 1;

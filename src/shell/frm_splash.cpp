@@ -1,7 +1,9 @@
 // The splash: a banner in the shape of a jigsaw piece, up while the program starts.
 #include "shell/frm_splash.h"
 
+#include "platform/controls/window_system.h"
 #include "platform/drawing/bmp.h"
+#include "platform/drawing/picture.h"
 #include "platform/system/desktop.h"
 #include "platform/system/resources.h"
 #include "shell/shaped_windows.h"
@@ -14,10 +16,20 @@ constexpr double ClientWidth = 9195, ClientHeight = 3360;  // twips: 613 x 224 p
 constexpr double SecondsAlone = 1.5, SecondsInFront = 0.5;
 constexpr int16_t LeftButton = 1;
 
-// The banner that the program carries; nothing if it is missing or damaged.
-std::shared_ptr<const Surface> Banner() {
-    std::optional<Surface> banner = DecodeBmp(LoadResData("SPLASH", "PICTURE"));
-    return banner ? std::make_shared<const Surface>(std::move(*banner)) : nullptr;
+// A banner that the program carries; nothing if it is missing or damaged.
+std::shared_ptr<Surface> Banner(const char* name) {
+    std::optional<Surface> banner = DecodeBmp(LoadResData(name, "PICTURE"));
+    return banner ? std::make_shared<Surface>(std::move(*banner)) : nullptr;
+}
+
+// The banner of twice as many pixels, as large as `plain`; that one where there is no other.
+std::shared_ptr<const Surface> DenseBanner(std::shared_ptr<const Surface> plain) {
+    const std::shared_ptr<const Surface> pixels = Banner("SPLASH2");
+    if (!plain || !pixels) return plain;
+    auto dense = std::make_shared<Surface>(plain->Width(), plain->Height());
+    dense->SetDensity(Density(2));
+    PaintPicture(*dense, dense->Bounds(), *pixels);
+    return dense;
 }
 
 }  // namespace
@@ -27,7 +39,7 @@ FrmSplash::FrmSplash(Form& main) : Form("FrmSplash", "", ScaleMode::Twips, FormB
     SetHeight(ClientHeight);
     CenterOnScreen();
     SetBackColor(BannerBlue);
-    SetBackdrop(Banner());
+    SetBackdrop(Banner("SPLASH"));
 
     Label8.Place(7425, 1830, 930, 195);
     Label8.SetLook({.font = {.points = 8.25, .bold = true},
@@ -46,6 +58,7 @@ FrmSplash::FrmSplash(Form& main) : Form("FrmSplash", "", ScaleMode::Twips, FormB
 // Without a banner there is no region, and the window stays a plain blue rectangle.
 void FrmSplash::Form_Load() {
     SetRegion(PicDeclerations::RegionFromPicture(Backdrop().get(), SeeThrough));
+    if (DensityOf(*this) != Density()) SetBackdrop(DenseBanner(Backdrop()));
     Label8.SetCaption(VersionText());
 }
 

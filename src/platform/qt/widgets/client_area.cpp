@@ -12,6 +12,7 @@ namespace {
 // What lies outside the shape would show at its edge where the picture is stretched to a larger scale.
 QImage CutOut(const QImage& whole, const QRegion& shape) {
     QImage cut(whole.size(), QImage::Format_ARGB32_Premultiplied);
+    cut.setDevicePixelRatio(whole.devicePixelRatio());
     cut.fill(Qt::transparent);
     QPainter painter(&cut);
     painter.setClipRegion(shape);
@@ -33,9 +34,10 @@ void ClientArea::paintEvent(QPaintEvent* event) {
     option.initFrom(this);
     style()->drawPrimitive(QStyle::PE_Widget, &option, &painter, this);
     if (const auto& picture = form_.Backdrop(); picture && !picture->IsUniform()) {
-        const Rect stored = picture->StorageBounds();
-        const QImage whole(reinterpret_cast<const uchar*>(picture->Row(0)), stored.width, stored.height,
-                           qsizetype(picture->Stride()) * 4, QImage::Format_RGB32);
+        const Rect pixels = picture->PixelBounds();
+        QImage whole(reinterpret_cast<const uchar*>(picture->Row(0)), pixels.width, pixels.height,
+                     qsizetype(picture->Stride()) * 4, QImage::Format_RGB32);
+        whole.setDevicePixelRatio(picture->PixelDensity().PerUnit());
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(0, 0, form_.Shape() ? CutOut(whole, ShapeOf(form_)) : whole);
     }
