@@ -40,7 +40,7 @@ ThumbsCtl::ThumbsCtl(std::string name, Label& waitLabel)
     picInterior.FigureMouseDown = std::bind_front(&ThumbsCtl::imgFigura_MouseDown, this);
     picInterior.FigureMouseMove = std::bind_front(&ThumbsCtl::imgFigura_MouseMove, this);
     picInterior.FigureMouseUp = std::bind_front(&ThumbsCtl::imgFigura_MouseUp, this);
-    picInterior.Wheel = [this](int, int notchesY) { picInterior_Wheel(notchesY); };
+    picInterior.Wheel = scrThumbs.Wheel = [this](const WheelTurn& turn) { picInterior_Wheel(turn); };
     scrThumbs.Change = [this] { scrThumbs_Change(); };
     scrThumbs.Scroll = [this] { scrThumbs_Scroll(); };
 

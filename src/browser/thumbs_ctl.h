@@ -71,7 +71,7 @@ public:
     void imgFigura_MouseUp(int Index, int16_t Button, int16_t Shift, float X, float Y);
     void scrThumbs_Change();
     void scrThumbs_Scroll();
-    void picInterior_Wheel(int notchesY);  // a row of the sheet for each notch
+    void picInterior_Wheel(const WheelTurn& turn);  // a row of the sheet for each notch; over the bar too
 
     // A bar's range with its steps; a negative MaxValue becomes 0, one of 32000 and more leaves Max.
     static void SetBarRange(ScrollBar& Bar, int32_t& MaxValue, int16_t SmallStep, int32_t LargeStep);

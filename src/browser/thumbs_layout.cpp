@@ -95,9 +95,10 @@ void ThumbsCtl::scrThumbs_Scroll() {
     DoEvents();
 }
 
-// Notches count towards the top. A sheet that fits into its frame (a bar whose end is negative) does not move.
-void ThumbsCtl::picInterior_Wheel(int notchesY) {
+// A sheet that fits into its frame (a bar whose end is negative) does not move.
+void ThumbsCtl::picInterior_Wheel(const WheelTurn& turn) {
     if (scrThumbs.Max() <= scrThumbs.Min()) return;
-    const double wanted = scrThumbs.Value() - double(notchesY) * RowPitch;
+    const int step = turn.unit == WheelTurn::Unit::Notches ? RowPitch : TwipsPerPixel;
+    const double wanted = scrThumbs.Value() - turn.y * step;
     scrThumbs.SetValue(std::clamp<double>(wanted, scrThumbs.Min(), scrThumbs.Max()));
 }

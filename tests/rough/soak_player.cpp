@@ -293,7 +293,7 @@ void Soak::ActOnThumbs(frmThumbs& dialog) {
         case 5:
             return thumbs.scrThumbs.DeliverValue(Any(40000) - 2000, Chance(50));
         case 6:
-            return sheet.DeliverWheel(0, Any(7) - 3);
+            return sheet.DeliverWheel({0, (Any(7) - 3) / 2.0});
         case 7:
             return dialog.DeliverActivate();
         default:

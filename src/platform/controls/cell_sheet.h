@@ -69,8 +69,7 @@ public:
     // X, Y: twips from the figure's corner.
     using FigureMouseHandler = std::function<void(int Index, int16_t Button, int16_t Shift, float X, float Y)>;
     FigureMouseHandler FigureMouseDown, FigureMouseMove, FigureMouseUp;
-    // The wheel, in notches: positive towards the top and the left, as turned away from the player.
-    std::function<void(int notchesX, int notchesY)> Wheel;
+    WheelHandler Wheel;
 
     // The way in for a backend, in pixels of the sheet. A click is a press and a release
     // on the same part of the same cell; a double click comes after the click it follows,
@@ -79,8 +78,8 @@ public:
     void DeliverMouseMove(int16_t button, int16_t shift, float x, float y);
     void DeliverMouseUp(int16_t button, int16_t shift, float x, float y);
     void DeliverDblClick(float x, float y);  // of the left button
-    void DeliverWheel(int notchesX, int notchesY) {
-        if (Wheel) Raise(*this, [this, notchesX, notchesY] { Wheel(notchesX, notchesY); });
+    void DeliverWheel(const WheelTurn& turn) {
+        if (Wheel) Raise(*this, [this, &turn] { Wheel(turn); });
     }
 
 private:

@@ -178,18 +178,6 @@ WheelTurn TurnOf(const QWheelEvent& event) {
     return {turn.x(), turn.y(), unit};
 }
 
-QPoint TakeNotches(QPoint& pending, const QWheelEvent& event) {
-    QPoint turn = event.angleDelta();
-    if (event.modifiers() & Qt::ShiftModifier) turn = QPoint(turn.x() + turn.y(), 0);
-    // Turning back starts anew, so that the first step back is as long as the last one forth.
-    if (qint64(turn.x()) * pending.x() < 0) pending.setX(0);
-    if (qint64(turn.y()) * pending.y() < 0) pending.setY(0);
-    pending += turn;
-    const QPoint notches(pending.x() / 120, pending.y() / 120);
-    pending -= notches * 120;
-    return notches;
-}
-
 namespace {
 
 // The line round a box. Drawn by hand, so that no style changes the room inside.

@@ -46,9 +46,6 @@ private:
 
 // What the event says of the wheel. Shift turns it sideways.
 WheelTurn TurnOf(const QWheelEvent& event);
-// Whole notches in `pending` plus the event's turn; what is left stays in `pending`. Shift turns the
-// wheel sideways.
-QPoint TakeNotches(QPoint& pending, const QWheelEvent& event);
 
 // A line of one pixel round `widget`, as `border` wants it.
 void DrawEdge(QWidget& widget, Border border);

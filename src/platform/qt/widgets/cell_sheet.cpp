@@ -66,8 +66,7 @@ protected:
 
     void wheelEvent(QWheelEvent* event) override {
         event->accept();
-        const QPoint notches = TakeNotches(wheel_, *event);
-        if (!notches.isNull()) sheet_.DeliverWheel(notches.x(), notches.y());
+        sheet_.DeliverWheel(TurnOf(*event));
     }
 
     bool event(QEvent* event) override {
@@ -108,7 +107,6 @@ private:
     }
 
     CellSheet& sheet_;
-    QPoint wheel_;
 };
 
 class SheetPeer : public QtPeer {
