@@ -3,7 +3,7 @@
 usage: no_manager.py PROGRAM SCREENSHOT_FOLDER
 """
 
-from desktop import Screen, run, script, wait_for
+from desktop import Screen, script, wait_for
 
 
 def main(program, shots):
@@ -12,11 +12,7 @@ def main(program, shots):
         manager.terminate()
         manager.wait()
         screen._start([program], env=screen.env)
-
-        def shown(*sought):
-            return run("xdotool", "search", "--onlyvisible", *sought, env=screen.env, check=False).split()
-
-        splash = wait_for(lambda: shown("--class", "fento-lira-master"), "the splash")[0]
+        splash = wait_for(lambda: screen.windows("--class", "fento"), "the splash").pop()
         x, y, _, _ = screen.place(splash)
         screen.move(x + 300, y + 60)
         screen.press()
@@ -24,12 +20,12 @@ def main(program, shots):
         wait_for(lambda: screen.place(splash)[:2] == (x + 40, y + 30), "the splash to follow the pointer")
         screen.screenshot(shots + "/splash-dragged.png")
         screen.release()
-        wait_for(lambda: splash not in shown("--class", "fento-lira-master"), "the splash to go")
+        wait_for(lambda: splash not in screen.windows("--class", "fento"), "the splash to go")
         for keys, title in ("F10 Right Right Up Return", "Sobre o"), ("F1", "Como Jogar"):
             screen.key(*keys.split())
-            wait_for(lambda: shown("--name", title), f"the window '{title}'")
+            wait_for(lambda: screen.windows("--name", title), f"the window '{title}'")
             screen.key("Escape")
-            wait_for(lambda: not shown("--name", title), f"the window '{title}' to close")
+            wait_for(lambda: not screen.windows("--name", title), f"the window '{title}' to close")
     print("the splash followed the pointer, and Esc closed the small windows")
 
 
