@@ -3,6 +3,7 @@
 
   mutants.py list   [--repo R] [--only FOLDER]... [--count N] [--seed S]     the faults that would be tried
   mutants.py run    the same, [--work DIR] [--out FILE] [--minutes M] [--jobs J] [--programs A,B] [--skip TEST]...
+                    [--first]
   mutants.py report [--repo R] [--out FILE]                                  kill rates, survivors, what each test adds
 
 A fault ("mutant") is one change in one place of a .cpp file: a comparison or an arithmetic operator swapped, "and" for
@@ -16,7 +17,8 @@ test programs are built and run once; what fails then counts for nothing. For ea
 others are run once: the GoogleTest programs, the recorded mouse scripts among them (cases of play_tests), and three
 seconds of the soak with a fixed seed. A test that crashes is named and the rest of its program run without it; where one
 hangs, the rest is not run. The result is written after each fault; a further run with the same --out goes on from there.
-A fault costs ten to twenty seconds on two cores. `nice mutants.py run --work /dev/shm/mutants ...` is kind to others.
+A fault costs about eight seconds on two quiet cores, with --first (the rate alone, no ranking) two to three. `nice
+mutants.py run --work /dev/shm/mutants ...` is kind to others.
 
 Outcomes: "killed" by the tests named, "survived", "equal" (the same code: no fault), "invalid" (does not compile). A
 survivor is a hole in the tests, or a change that no player can see: look at each.
@@ -139,17 +141,17 @@ def write(path, data):
 class Workshop:
     """A clone with its build, in which faults come and go."""
 
-    def __init__(self, repo, work, programs, jobs, skip):
+    def __init__(self, repo, work, programs, jobs, skip, first):
         self.root = os.path.realpath(os.path.join(work, "clone"))
         self.build = os.path.join(self.root, "build", "mutants")
-        self.programs, self.jobs, self.skip = programs, jobs, skip
+        self.programs, self.jobs, self.skip, self.first = programs, jobs, skip, first
         os.makedirs(work + "/tmp", exist_ok=True)
         self.env = dict(os.environ, CCACHE_DISABLE="1", QT_QPA_PLATFORM="offscreen", TMPDIR=work + "/tmp")
         if not os.path.isdir(self.root):
             subprocess.run(["git", "clone", "-q", repo, self.root], check=True)
-        subprocess.run(["git", "-C", self.root, "checkout", "-q", "--", "src"], check=True)
-        if not os.path.exists(self.build + "/build.ninja"):
-            self.configure()
+        subprocess.run(["git", "-C", self.root, "fetch", "-q", repo, "HEAD"], check=True)
+        subprocess.run(["git", "-C", self.root, "reset", "-q", "--hard", "FETCH_HEAD"], check=True)
+        self.configure()
         built = self.make()
         if built.returncode:
             sys.exit(built.stdout[-3000:])
@@ -199,7 +201,7 @@ class Workshop:
         """The tests of a program that fail, crash or hang."""
         if program == "soak":
             return {} if self.once("soak", "3", "7")[1] == 0 else {"soak:Soak.ThreeSeconds": "failed"}
-        failed, without = {}, list(self.skip)
+        failed, without = {}, [*self.skip, *(name.partition(":")[2] for name in self.ignored)]
         while True:
             # Not brief: a test that crashes is known only by the line with which it began.
             output, status = self.once(program, "--gtest_filter=-" + ":".join(without))
@@ -222,6 +224,14 @@ class Workshop:
             self.ignored |= set(failed)
             print(f"{program}: {time.monotonic() - begin:.1f} s {' '.join(failed)}", flush=True)
 
+    def killers(self, programs):
+        with concurrent.futures.ThreadPoolExecutor(self.jobs) as pool:
+            return {name: how for failed in pool.map(self.failures, programs) for name, how in failed.items()
+                    if name not in self.ignored}
+
+    def first_killer(self, programs):
+        return next((killers for killers in map(lambda program: self.killers([program]), programs) if killers), {})
+
     def try_out(self, mutant):
         path = os.path.join(self.root, mutant["file"])
         made = self.objects[path]
@@ -240,9 +250,7 @@ class Workshop:
             if not changed:
                 return {"outcome": "equal"}
             wanted = sorted((p for p in self.programs if changed & set(self.parts[p])), key=lambda p: -self.limits[p])
-            with concurrent.futures.ThreadPoolExecutor(self.jobs) as pool:
-                killers = {name: how for failed in pool.map(self.failures, wanted) for name, how in failed.items()
-                           if name not in self.ignored}
+            killers = self.first_killer(wanted[::-1]) if self.first else self.killers(wanted)
             for part in changed:
                 os.utime(part, (1, 1))  # to be linked again
             return {"outcome": "killed" if killers else "survived", "killers": killers,
@@ -258,7 +266,8 @@ def run(options):
     wanted = chosen(options.repo, options.only, options.count, options.seed)
     results = json.loads(read(options.out)) if os.path.exists(options.out) else []
     done, end = {result["id"] for result in results}, time.monotonic() + 60 * options.minutes
-    workshop = Workshop(options.repo, options.work, options.programs.split(","), options.jobs, options.skip)
+    workshop = Workshop(options.repo, options.work, options.programs.split(","), options.jobs, options.skip,
+                        options.first)
     workshop.measure()
     for number, mutant in enumerate(wanted, 1):
         if mutant["id"] in done:
@@ -363,6 +372,7 @@ def main():
     parser.add_argument("--minutes", type=float, default=45)
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--programs", default=PROGRAMS)
+    parser.add_argument("--first", action="store_true", help="stop at the first program that notices: much faster")
     parser.add_argument("--skip", action="append", default=[], metavar="TEST", help="left out: a pattern of test names")
     options = parser.parse_args()
     if options.command == "list":
