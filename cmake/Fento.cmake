@@ -13,6 +13,13 @@ if(NOT MSVC)
   endif()
 endif()
 
+# Where systems differ, a source comes as a pair, NAME_posix.cpp and NAME_windows.cpp.
+if(WIN32)
+  set(FENTO_SYSTEM windows)
+else()
+  set(FENTO_SYSTEM posix)
+endif()
+
 # A library of this folder: every source named, headers found as "folder/header.h".
 function(fento_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})

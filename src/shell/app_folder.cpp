@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <filesystem>
 #include <map>
 #include <string_view>
 #include <vector>
@@ -38,13 +37,6 @@ Version VersionOf(std::string_view bytes) {
 }
 
 std::string Join(const std::string& folder, std::string_view name) { return WithSeparator(folder).append(name); }
-
-// Makes a folder with those above it.
-bool MakeFolders(const std::string& path) {
-    std::error_code ignored;  // what counts is whether the folder is there
-    std::filesystem::create_directories(path, ignored);
-    return FolderExists(path);
-}
 
 // A line that can't be read is left out: the file it spoke of counts as new.
 CopyList ReadList(const std::string& path) {
@@ -96,8 +88,8 @@ void DropWithdrawn(const std::string& shipped, const std::string& folder, CopyLi
         if (FolderOf(name) != PicturesName || FileExists(Join(shipped, name))) return false;
         const std::string copyPath = Join(folder, name);
         const std::optional<std::string> copy = ReadFile(copyPath);
-        std::error_code kept;  // then nothing follows but a picture too many
-        if (copy && VersionOf(*copy) == version) std::filesystem::remove(copyPath, kept);
+        // Where it can't be removed, nothing follows but a picture too many.
+        if (copy && VersionOf(*copy) == version) RemoveFile(copyPath);
         return true;
     });
 }
@@ -120,7 +112,7 @@ void UpdateCopy(const std::string& shippedPath, const std::string& copyPath, con
     } else if (listed != list.end() || FileExists(copyPath)) {
         return;  // deleted by the player, or something of his stands in its place
     }
-    if (MakeFolders(FolderOf(copyPath)) && WriteFileAtomically(copyPath, *shipped)) list[name] = now;
+    if (MkDirs(FolderOf(copyPath)) && WriteFileAtomically(copyPath, *shipped)) list[name] = now;
 }
 
 void UpdateCopies(const std::string& shipped, const std::string& folder) {
@@ -143,7 +135,7 @@ std::string ChooseAppFolder() {
 
     const std::string folder = Join(DataHome(), ProgramName);
     // One that can only be read will do if it was set up before.
-    if (!MakeFolders(folder) || (!IsWritableFolder(folder) && !FileExists(Join(folder, ListName))))
+    if (!MkDirs(folder) || (!IsWritableFolder(folder) && !FileExists(Join(folder, ListName))))
         return WithSeparator(share);
     UpdateCopies(share, folder);
     return WithSeparator(folder);

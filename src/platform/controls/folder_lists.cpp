@@ -2,29 +2,18 @@
 #include "platform/controls/folder_lists.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <string_view>
-#include <system_error>
 
 #include "platform/system/desktop.h"
 #include "platform/system/files.h"
 
 namespace {
 
-bool IsSeparator(char c) { return c == '/' || c == PathSeparator; }
-
-// Length of the root that `path` begins with: "/" here, "C:\" where volumes have letters.
-size_t RootLength(std::string_view path) {
-    if (PathSeparator == '\\' && path.size() >= 2 && path[1] == ':')
-        return path.size() > 2 && IsSeparator(path[2]) ? 3 : 2;
-    return !path.empty() && IsSeparator(path[0]) ? 1 : 0;
-}
-
 std::string Joined(const std::string& folder, std::string_view name) { return WithSeparator(folder).append(name); }
 
 // True if `root` is `path` or a folder above it; both normal.
 bool LiesUnder(const std::string& path, const std::string& root) {
-    if (!path.starts_with(root)) return false;
+    if (!SamePath(path.substr(0, root.size()), root)) return false;
     return path.size() == root.size() || IsSeparator(root.back()) || IsSeparator(path[root.size()]);
 }
 
@@ -41,40 +30,7 @@ int VolumeOf(const std::vector<Volume>& volumes, const std::string& path) {
     return best;
 }
 
-bool CanBeListed(const std::string& folder) {
-    std::error_code error;
-    const std::filesystem::directory_iterator listing(folder, error);
-    return !error;
-}
-
 }  // namespace
-
-std::string NormalPath(const std::string& path) {
-    std::string whole = path;
-    if (RootLength(whole) == 0) whole = Joined(CurrentFolder(), path);
-    const size_t rootLength = RootLength(whole);
-    std::string normal = whole.substr(0, rootLength);
-    if (normal.empty() || !IsSeparator(normal.back()))
-        normal += PathSeparator;
-    else
-        normal.back() = PathSeparator;
-    const size_t root = normal.size();
-    for (size_t begin = rootLength; begin < whole.size();) {
-        size_t end = begin;
-        while (end < whole.size() && !IsSeparator(whole[end])) ++end;
-        const std::string_view name = std::string_view(whole).substr(begin, end - begin);
-        begin = end + 1;
-        if (name.empty() || name == ".") continue;
-        if (name == "..") {
-            const size_t cut = normal.rfind(PathSeparator);
-            normal.resize(std::max(cut, root));
-            continue;
-        }
-        if (normal.size() > root) normal += PathSeparator;
-        normal += name;
-    }
-    return normal;
-}
 
 DriveListBox::DriveListBox(std::string name) : Control(std::move(name)) {
     if (HasDesktop()) volumes_ = TheDesktop().Volumes();
@@ -105,8 +61,9 @@ bool DriveListBox::SetDrive(const std::string& path) {
 
 void DriveListBox::Follow(const std::string& path) {
     const std::string folder = NormalPath(path);
-    const auto place = std::ranges::find_if(
-        volumes_, [&folder](const Volume& entry) { return entry.IsPlace() && NormalPath(entry.root) == folder; });
+    const auto place = std::ranges::find_if(volumes_, [&folder](const Volume& entry) {
+        return entry.IsPlace() && SamePath(NormalPath(entry.root), folder);
+    });
     Show(place != volumes_.end() ? int(place - volumes_.begin()) : VolumeOf(volumes_, folder));
 }
 
@@ -121,7 +78,7 @@ DirListBox::DirListBox(std::string name) : Control(std::move(name)) { ListEntrie
 
 bool DirListBox::SetPath(const std::string& path) {
     const std::string wanted = NormalPath(path);
-    if (wanted == path_) return true;
+    if (SamePath(wanted, path_)) return true;
     if (!CanBeListed(wanted)) return false;
     ListEntries(wanted);
     Tell(Aspect::Entries);

@@ -31,10 +31,6 @@ private:
     int current_ = -1;
 };
 
-// `path` without ".", "..", doubled and closing separators (a root keeps its own); one that
-// does not begin at a root is taken from the process's current folder.
-std::string NormalPath(const std::string& path);
-
 // The folders from the root of the drive down to the current one, and below it its
 // sub-folders.
 class DirListBox : public Control {

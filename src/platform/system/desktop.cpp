@@ -35,12 +35,7 @@ double SecondsSinceMidnight() {
     using namespace std::chrono;
     const auto now = system_clock::now();
     const std::time_t second = system_clock::to_time_t(floor<seconds>(now));
-    std::tm local{};
-#ifdef _WIN32
-    localtime_s(&local, &second);
-#else
-    localtime_r(&second, &local);
-#endif
+    const std::tm local = *std::localtime(&second);
     const double fraction = duration<double>(now - floor<seconds>(now)).count();
     return local.tm_hour * 3600.0 + local.tm_min * 60.0 + local.tm_sec + fraction;
 }

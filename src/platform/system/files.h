@@ -1,5 +1,6 @@
 // Files and folders by their bytes. Names are whatever bytes the file system
-// holds; nothing here assumes UTF-8. No call blocks on a FIFO or a device.
+// holds; nothing here assumes UTF-8 (on Windows names are UTF-8, and one that is malformed is that of no file).
+// No call blocks on a FIFO or a device.
 #pragma once
 #include <cstdint>
 #include <optional>
@@ -7,17 +8,7 @@
 #include <string_view>
 #include <vector>
 
-// The separator of paths on this system, "/" or "\".
-extern const char PathSeparator;
-
-// `folder` with exactly one closing separator.
-std::string WithSeparator(std::string folder);
-
-// What follows the last separator ("/" or "\") of `path`.
-std::string FileTitle(std::string_view path);
-
-// The folder part of `path` without its closing separator (the root keeps it).
-std::string FolderOf(std::string_view path);
+#include "platform/system/paths.h"
 
 // A listing of one folder, in the file system's own order, folders included, hidden
 // and system entries left out, "." and ".." first. The program has one cursor: a
@@ -38,12 +29,19 @@ bool FolderExists(const std::string& path);
 bool FileExists(const std::string& path);  // anything but a folder
 bool IsRegularFile(const std::string& path);
 std::optional<int64_t> FileLen(const std::string& path);
-bool MkDir(const std::string& path);  // false if it could not be made
+bool MkDir(const std::string& path);        // false if it could not be made
+bool MkDirs(const std::string& path);       // with those above it; true if it is there afterwards
+void RemoveFile(const std::string& path);   // or an empty folder; a failure is silent
+bool CanBeListed(const std::string& path);  // a folder, and its entries may be read
 bool IsWritableFolder(const std::string& path);
 
 // The entry of `folder` named `name` without regard to the case of ASCII letters,
 // as a full path; the exact spelling wins. Nothing if there is none.
 std::optional<std::string> FindIgnoringCase(const std::string& folder, std::string_view name);
+
+// A regular file opened for reading as a descriptor of the C library, which the caller closes; -1 if it can't be had
+// or is none: what else bears the name is not waited for.
+[[nodiscard]] int OpenRegular(const std::string& path);
 
 // All bytes of a regular file of at most `limit` bytes.
 [[nodiscard]] std::optional<std::string> ReadFile(const std::string& path, size_t limit = 64u << 20);

@@ -1,54 +1,15 @@
 // A file replaced so that at every instant its old bytes or its new ones are there,
 // whole: a new file beside it, flushed to the disk, then renamed over it.
-#include <cstdint>
-#include <filesystem>
-#include <random>
-
-#include "platform/system/files.h"
-
-#ifdef _WIN32
-#include <windows.h>
-
-#include <fstream>
-#else
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
-#endif
+#include <filesystem>
 
-namespace {
-
-// A name that nobody can have put there beforehand. Hidden, and not built on the
-// target's name, which may be as long as a name can be.
-std::string TemporaryName() {
-    std::random_device entropy;
-    std::string name = ".fento-";
-    for (int i = 0; i < 4; ++i)
-        for (uint32_t bits = entropy(), n = 0; n < 8; ++n, bits >>= 4) name += "0123456789abcdef"[bits & 15];
-    return name + ".tmp";
-}
-
-}  // namespace
-
-#ifdef _WIN32
-
-bool WriteFileAtomically(const std::string& path, std::string_view bytes) {
-    const std::filesystem::path target(std::u8string(path.begin(), path.end()));
-    const std::filesystem::path fresh = target.parent_path() / TemporaryName();
-    std::ofstream out(fresh, std::ios::binary);
-    out.write(bytes.data(), std::streamsize(bytes.size()));
-    out.close();
-    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-    if (out && MoveFileExW(fresh.c_str(), target.c_str(), how)) return true;
-    std::error_code ignored;
-    std::filesystem::remove(fresh, ignored);
-    return false;
-}
-
-#else
+#include "platform/system/files.h"
+#include "platform/system/temporary_name.h"
 
 namespace {
 
@@ -137,5 +98,3 @@ bool WriteFileAtomically(const std::string& path, std::string_view bytes) {
     FlushFolder(folder);
     return true;
 }
-
-#endif
