@@ -41,6 +41,7 @@ function(fento_test name)
   add_executable(${name} ${ARG_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${ARG_LIBS} GTest::gmock GTest::gtest_main)
-  target_compile_definitions(${name} PRIVATE FENTO_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  target_compile_definitions(${name} PRIVATE
+    FENTO_SOURCE_DIR="${PROJECT_SOURCE_DIR}" FENTO_BUILD_DIR="${CMAKE_CURRENT_BINARY_DIR}")
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
 endfunction()

@@ -1,10 +1,12 @@
 #include "tests/support/game_fixture.h"
 
 #include <cstdlib>
+#include <sstream>
 #include <stdexcept>
 
-#include "core/board/draw_board.h"
+#include "core/board/composer.h"
 #include "core/pieces.h"
+#include "platform/system/files.h"
 
 using namespace PuzzleModule;
 
@@ -118,64 +120,43 @@ std::string GameFixture::Sounds() {
     return names;
 }
 
-uint64_t GameFixture::HashOf(const Surface& surface) {
-    uint64_t hash = 1469598103934665603u;
-    const auto mix = [&hash](uint64_t value) { hash = (hash ^ value) * 1099511628211u; };
-    mix(uint64_t(surface.Width())), mix(uint64_t(surface.Height()));
-    for (int y = 0; y < surface.Height(); ++y)
-        for (int x = 0; x < surface.Width(); ++x) mix(surface.At(x, y));
-    return hash;
-}
-
-uint64_t GameFixture::ComposedBoard() const {
+bool GameFixture::ShowsThePieces() const {
     Surface board(main.picScreen.Image.Width(), main.picScreen.Image.Height());
-    DrawBoard(board, main.Surfaces.picBG);
-    return HashOf(board);
+    BoardComposer().Compose(board, main.Surfaces.picBG);
+    return PixelsOf(board) == PixelsOf(main.picScreen.Image);
 }
 
-GameFixture::State GameFixture::Snapshot() const {
+State GameFixture::Snapshot() {
     State state;
-    for (size_t i = 0; i < Pieces.size(); ++i) {
-        const PieceRec& p = Pieces[i];
-        std::string& text = state["piece " + std::to_string(i)];
-        for (const int16_t field :
-             {p.X, p.Y, p.Rotation, p.MaskIndex, p.Row, p.Col, p.PieceId, p.GroupDX, p.GroupDY, p.InGroup})
-            text += std::to_string(field) + " ";
-        text += std::to_string(HashOf(main.Surfaces.picPat[p.PieceId]));
+    std::ostringstream pile, numbers;
+    for (const PieceRec& p : std::as_const(Pieces)) {
+        std::ostringstream text;
+        text << p.X << ' ' << p.Y << " turned " << p.Rotation << " tile " << p.MaskIndex << " id " << p.PieceId
+             << " group " << p.InGroup << ' ' << p.GroupDX << ' ' << p.GroupDY << ' '
+             << PixelsOf(std::as_const(main.Surfaces).picPat[p.PieceId]);
+        state["piece " + std::to_string(p.Row) + " " + std::to_string(p.Col)] = text.str();
+        pile << p.PieceId << ' ';
     }
-    const std::pair<const char*, int64_t> numbers[] = {
-        {"TileSize", TileSize},
-        {"CellSize", CellSize},
-        {"TileUnit", TileUnit},
-        {"ScatterGap", ScatterGap},
-        {"GridCols", GridCols},
-        {"GridRows", GridRows},
-        {"PictureWidth", PictureWidth},
-        {"PictureHeight", PictureHeight},
-        {"PickedPiece", PickedPiece},
-        {"GameLevel", GameLevel},
-        {"ChosenLevel", ChosenLevel},
-        {"ThumbsOpen", ThumbsOpen},
-        {"ElapsedSeconds", ElapsedSeconds},
-        {"GameRunning", GameRunning},
-        {"clock runs", main.Timer1.Enabled()},
-        {"pointer", int(main.Pointer())},
-        {"window", int(main.State())},
-        {"board", int64_t(ShownBoard())},
-        {"background", int64_t(HashOf(main.Surfaces.picBG))},
-        {"miniature", main.imgMaster.GetPicture() ? int64_t(HashOf(main.imgMaster.GetPicture()->Image)) : 0},
-        {"strip", int64_t(HashOf(main.Surfaces.picMasks[1]))},
-        {"picMaster", int64_t(HashOf(main.Surfaces.picMaster))},
-        {"picPat.UBound", main.Surfaces.picPat.UBound()},
-    };
-    for (const auto& [name, value] : numbers) state[name] = std::to_string(value);
-    const auto text = [](double number) { return std::to_string(int(number)); };
-    state["view"] = text(main.picScreen.Left()) + " " + text(main.picScreen.Top()) + ", " +
-                    text(main.HScroll1.Value()) + " " + text(main.VScroll1.Value());
-    state["miniature's place"] = text(main.imgMaster.Top()) + " " + text(main.imgMaster.Width());
-    state["panel"] = main.picStatus.Visible() ? "shown" : "hidden";
-    state["status line"] = main.lblElapsed.Caption();
-    state["saved picture"] = BoardPicturePath;
-    state["PicturePath"] = PicturePath;
+    numbers << TileSize << ' ' << CellSize << ' ' << TileUnit << ' ' << ScatterGap << ", grid " << GridCols << ' '
+            << GridRows << ", picture " << PictureWidth << ' ' << PictureHeight << ", surfaces "
+            << main.Surfaces.picPat.UBound();
+    state["sizes"] = numbers.str();
+    state["pile"] = pile.str();
+    const std::pair<const char*, int> values[] = {{"held", PickedPiece},
+                                                  {"level", GameLevel},
+                                                  {"chosen level", ChosenLevel},
+                                                  {"dialog open", ThumbsOpen},
+                                                  {"seconds", ElapsedSeconds},
+                                                  {"running", GameRunning},
+                                                  {"clock runs", main.Timer1.Enabled()},
+                                                  {"panning", main.Panning}};
+    for (const auto& [name, value] : values) state[name] = std::to_string(value);
+    state["board as composed"] = ShowsThePieces() ? "yes" : "no";
+    state["strip"] = PixelsOf(main.Surfaces.picMasks[1]);
+    state["background"] = PixelsOf(main.Surfaces.picBG);
+    state["picMaster"] = PixelsOf(main.Surfaces.picMaster);
+    state["saved picture"] = FileTitle(BoardPicturePath);
+    state["chosen picture"] = FileTitle(PicturePath);
+    Describe(main, state);
     return state;
 }

@@ -1,6 +1,5 @@
 // The main window on the desktop without a screen, with a game on its board, for tests and measurements.
 #pragma once
-#include <map>
 #include <memory>
 #include <string>
 
@@ -9,6 +8,7 @@
 #include "play/frm_main.h"
 #include "tests/support/picture_files.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/window_dump.h"
 
 class GameFixture {
 public:
@@ -69,15 +69,10 @@ public:
     // The names of the waves started since the last call, "CLICK ROTATE".
     std::string Sounds();
 
-    // The whole state by name: records, sizes, grid, strip, surfaces, clock, window, view, panel, paths.
-    using State = std::map<std::string, std::string>;
-    State Snapshot() const;
-
-    // A number that tells two pictures apart.
-    static uint64_t HashOf(const Surface& surface);
-    // The board as it is, and as a fresh composition shows it.
-    uint64_t ShownBoard() const { return HashOf(main.picScreen.Image); }
-    uint64_t ComposedBoard() const;
+    // The whole state by name: records and their surfaces, sizes, clock, paths, every control and menu item.
+    State Snapshot();
+    // Whether the board is as a fresh composition shows it.
+    bool ShowsThePieces() const;
 };
 
 // Wins the game on the board as a player does, with the mouse alone: takes pieces where others leave them free,
