@@ -3,7 +3,7 @@
 
   mutants.py list   [--repo R] [--only FOLDER]... [--count N] [--seed S]     the faults that would be tried
   mutants.py run    the same, [--work DIR] [--out FILE] [--minutes M] [--jobs J] [--programs A,B] [--skip TEST]...
-                    [--first]
+                    [--first] [--real]
   mutants.py report [--repo R] [--out FILE]                                  kill rates, survivors, what each test adds
 
 A fault ("mutant") is one change in one place of a .cpp file: a comparison or an arithmetic operator swapped, "and" for
@@ -18,14 +18,16 @@ others are run once: the GoogleTest programs, the recorded mouse scripts among t
 seconds of the soak with a fixed seed. A test that crashes is named and the rest of its program run without it; where one
 hangs, the rest is not run. The result is written after each fault; a further run with the same --out goes on from there.
 A fault costs about eight seconds on two quiet cores, with --first (the rate alone, no ranking) two to three. `nice
-mutants.py run --work /dev/shm/mutants ...` is kind to others.
+mutants.py run --work /dev/shm/mutants ...` is kind to others. With --real, what survives is tried in real windows too:
+the scripts of tests/e2e one after the other, as ./check runs them, up to the first that notices. That costs half a
+minute a fault.
 
 Outcomes: "killed" by the tests named, "survived", "equal" (the same code: no fault), "invalid" (does not compile). A
 survivor is a hole in the tests, or a change that no player can see: look at each.
 
 `report` ranks the tests and picks greedily those that notice the most faults a line, what the tests of a file share
 being paid with the first of them. What is left over noticed nothing that the chosen ones did not. But a few hundred
-faults are a sample, and a real window, sound and slow machines are not seen at all: read a test before it goes.
+faults are a sample, and slow machines are not seen at all, nor is a real window without --real: read a test before it goes.
 """
 
 import argparse
@@ -43,6 +45,8 @@ from collections import defaultdict
 
 PROGRAMS = ("play_tests,screens_tests,browser_tests,shell_tests,board_tests,core_tests,qt_tests,qt_game_tests,"
             "controls_tests,drawing_tests,system_tests,soak")
+GAME, SCRIPTS = "fento-lira-master", "tests/e2e"
+PATIENCE = "15"  # seconds for which a script waits in vain
 SWAPS = {"==": "!=", "!=": "==", "<=": "<", "<": "<=", ">=": ">", ">": ">=", "&&": "||", "||": "&&",
          "+": "-", "-": "+", "*": "/", "/": "*", "%": "*", "+=": "-=", "-=": "+="}
 
@@ -141,16 +145,19 @@ def write(path, data):
 class Workshop:
     """A clone with its build, in which faults come and go."""
 
-    def __init__(self, repo, work, programs, jobs, skip, first):
+    def __init__(self, repo, work, programs, jobs, skip, first, real):
         self.root = os.path.realpath(os.path.join(work, "clone"))
         self.build = os.path.join(self.root, "build", "mutants")
         self.programs, self.jobs, self.skip, self.first = programs, jobs, skip, first
         os.makedirs(work + "/tmp", exist_ok=True)
-        self.env = dict(os.environ, CCACHE_DISABLE="1", QT_QPA_PLATFORM="offscreen", TMPDIR=work + "/tmp")
+        self.env = dict(os.environ, CCACHE_DISABLE="1", QT_QPA_PLATFORM="offscreen", TMPDIR=work + "/tmp",
+                        FENTO_PATIENCE=PATIENCE)
         if not os.path.isdir(self.root):
             subprocess.run(["git", "clone", "-q", repo, self.root], check=True)
         subprocess.run(["git", "-C", self.root, "fetch", "-q", repo, "HEAD"], check=True)
         subprocess.run(["git", "-C", self.root, "reset", "-q", "--hard", "FETCH_HEAD"], check=True)
+        scripts = os.path.join(self.root, SCRIPTS)
+        self.real = [name for name in sorted(os.listdir(scripts)) if b"__main__" in read(f"{scripts}/{name}")] if real else []
         self.configure()
         built = self.make()
         if built.returncode:
@@ -159,7 +166,7 @@ class Workshop:
             self.objects = {entry["file"]: os.path.join(self.build, re.search(r" -o (\S+)", entry["command"])[1])
                             for entry in json.load(file)}
         self.parts = {}  # of each program: itself and the libraries of ours that it loads
-        for program in programs:
+        for program in programs + [GAME] * real:
             linked = subprocess.run(["ldd", self.path(program)], stdout=subprocess.PIPE, text=True).stdout
             self.parts[program] = [self.path(program), *re.findall(r"=> (%s/\S+)" % re.escape(self.build), linked)]
         self.plain, self.limits, self.ignored = self.hashes(), defaultdict(lambda: 300), set()
@@ -175,11 +182,11 @@ class Workshop:
                        cwd=self.root, env=self.env, check=True, stdout=subprocess.DEVNULL)
 
     def make(self):
-        return subprocess.run(["ninja", "-C", self.build, "-j", str(self.jobs), *self.programs], env=self.env,
-                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+        return subprocess.run(["ninja", "-C", self.build, "-j", str(self.jobs), *self.programs, *[GAME] * bool(self.real)],
+                              env=self.env, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
 
     def path(self, program):
-        return next(os.path.join(folder, program) for folder, _, names in sorted(os.walk(self.build + "/tests"))
+        return next(os.path.join(folder, program) for folder, _, names in sorted(os.walk(self.build))
                     if program in names)
 
     def hashes(self):
@@ -187,8 +194,10 @@ class Workshop:
         return {path: hashlib.sha1(read(path)).digest() for path in paths}
 
     def once(self, program, *arguments):
-        """One run of a program: its output and status, None if it ran out of time."""
-        process = subprocess.Popen([self.path(program), *arguments], env=self.env, cwd=self.root, text=True,
+        """One run of a program or script: its output and status, None if it ran out of time."""
+        command = [self.path(program)] if program not in self.real else [
+            sys.executable, os.path.join(self.root, SCRIPTS, program), self.path(GAME), self.env["TMPDIR"] + "/shots"]
+        process = subprocess.Popen([*command, *arguments], env=self.env, cwd=self.root, text=True,
                                    stdout=subprocess.PIPE, stderr=subprocess.STDOUT, errors="replace",
                                    start_new_session=True)
         try:
@@ -201,6 +210,9 @@ class Workshop:
         """The tests of a program that fail, crash or hang."""
         if program == "soak":
             return {} if self.once("soak", "3", "7")[1] == 0 else {"soak:Soak.ThreeSeconds": "failed"}
+        if program in self.real:
+            output, status = self.once(program)
+            return {} if status == 0 else {f"{program}:RealWindow": output.strip()[-200:]}
         failed, without = {}, [*self.skip, *(name.partition(":")[2] for name in self.ignored)]
         while True:
             # Not brief: a test that crashes is known only by the line with which it began.
@@ -217,7 +229,7 @@ class Workshop:
 
     def measure(self):
         """Runs everything without a fault."""
-        for program in self.programs:
+        for program in self.programs + self.real:
             begin = time.monotonic()
             failed = self.failures(program)
             self.limits[program] = 10 + 5 * (time.monotonic() - begin)
@@ -251,6 +263,8 @@ class Workshop:
                 return {"outcome": "equal"}
             wanted = sorted((p for p in self.programs if changed & set(self.parts[p])), key=lambda p: -self.limits[p])
             killers = self.first_killer(wanted[::-1]) if self.first else self.killers(wanted)
+            if not killers and self.real and changed & set(self.parts[GAME]):
+                killers = self.first_killer(sorted(self.real, key=lambda script: self.limits[script]))
             for part in changed:
                 os.utime(part, (1, 1))  # to be linked again
             return {"outcome": "killed" if killers else "survived", "killers": killers,
@@ -267,7 +281,7 @@ def run(options):
     results = json.loads(read(options.out)) if os.path.exists(options.out) else []
     done, end = {result["id"] for result in results}, time.monotonic() + 60 * options.minutes
     workshop = Workshop(options.repo, options.work, options.programs.split(","), options.jobs, options.skip,
-                        options.first)
+                        options.first, options.real)
     workshop.measure()
     for number, mutant in enumerate(wanted, 1):
         if mutant["id"] in done:
@@ -373,6 +387,7 @@ def main():
     parser.add_argument("--jobs", type=int, default=2)
     parser.add_argument("--programs", default=PROGRAMS)
     parser.add_argument("--first", action="store_true", help="stop at the first program that notices: much faster")
+    parser.add_argument("--real", action="store_true", help="try survivors in real windows: half a minute each")
     parser.add_argument("--skip", action="append", default=[], metavar="TEST", help="left out: a pattern of test names")
     options = parser.parse_args()
     if options.command == "list":

@@ -16,7 +16,8 @@ import sys
 import tempfile
 import time
 
-LONGEST = 60.0  # seconds for whatever is waited for; on a quiet machine nothing needs a tenth of it
+# Seconds for whatever is waited for; on a quiet machine nothing needs a tenth of it.
+LONGEST = float(os.environ.get("FENTO_PATIENCE", 60))
 STILL = 0.04  # seconds in which nobody stirs: longer than a frame and than the pauses the program makes in its work
 
 
