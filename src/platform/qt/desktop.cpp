@@ -13,10 +13,10 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <thread>
 
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
+#include "platform/system/machine.h"
 #include "platform/system/timer.h"
 
 namespace {
@@ -141,7 +141,7 @@ double QtDesktop::SteadySeconds() {
 
 void QtDesktop::SleepUntil(double seconds) {
     const double left = seconds - SteadySeconds();
-    if (left > 0) std::this_thread::sleep_for(std::chrono::duration<double>(left));
+    if (left > 0) SleepSeconds(left);
 }
 
 // The paints that are due, which would else wait for the message loop and there become one with those of the next

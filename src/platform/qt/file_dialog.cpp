@@ -1,6 +1,5 @@
 // The dialog for opening and saving files.
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QMessageBox>
@@ -18,7 +17,7 @@ constexpr QSize BestSize(860, 480);  // wide enough for all columns and a long n
 // The file's own name may hold bytes that no text can show; the dialog then gives back a name
 // with replacement marks. The entry that shows like it is the one that was meant.
 std::string BytesOf(const QString& chosen) {
-    const std::string path = QFile::encodeName(QDir::toNativeSeparators(chosen)).toStdString();
+    const std::string path = FromText(QDir::toNativeSeparators(chosen));
     if (FileExists(path) || !chosen.contains(QChar::ReplacementCharacter)) return path;
     const std::string folder = FolderOf(path), title = FileTitle(path);
     for (std::optional<std::string> entry = FirstEntry(folder); entry && !entry->empty(); entry = NextEntry())
@@ -37,7 +36,7 @@ public:
         SetTexts();
         SetFilters();
         resize(BestSize.boundedTo(screen()->availableGeometry().size() - QSize(40, 60)));
-        if (!request.folder.empty()) setDirectory(QFile::decodeName(QByteArray::fromStdString(request.folder)));
+        if (!request.folder.empty()) setDirectory(ToText(request.folder));
         ArrangeColumns();
     }
 

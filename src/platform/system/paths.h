@@ -25,6 +25,9 @@ std::string FileTitle(std::string_view path);
 // The folder part of `path` without its closing separator (the root keeps it).
 std::string FolderOf(std::string_view path);
 
+// The file of the address "file://machine/path"; `path` begins with '/'.
+std::string FileOfAddress(std::string_view machine, std::string path);
+
 // `path` without ".", "..", doubled and closing separators (a root keeps its own); one that
 // does not begin at a root is taken from the process's current folder.
 std::string NormalPath(const std::string& path);

@@ -1,6 +1,8 @@
 // Paths where drives have letters, other machines two separators, and case does not count.
 #include <windows.h>
 
+#include <algorithm>
+
 #include "platform/system/paths.h"
 #include "platform/system/wide.h"
 
@@ -27,6 +29,13 @@ size_t RootLength(std::string_view path) {
     if (path.empty() || !IsSeparator(path[0])) return 0;
     if (path.size() < 3 || !IsSeparator(path[1])) return 1;
     return BehindName(path, BehindName(path, 2));  // server and share
+}
+
+// "/C:/fotos/x.jpg" is a file here, "/fotos/x.jpg" one that the machine shares.
+std::string FileOfAddress(std::string_view machine, std::string path) {
+    std::ranges::replace(path, '/', PathSeparator);
+    if (!machine.empty() && machine != "localhost") return "\\\\" + std::string(machine) + path;
+    return RootLength(path.substr(1)) > 1 ? path.substr(1) : path;
 }
 
 bool SamePath(std::string_view a, std::string_view b) {

@@ -11,35 +11,13 @@
 
 #include "platform/drawing/picture.h"
 #include "platform/qt/pictures/bmp_bands.h"
-
-#ifndef _WIN32
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
+#include "platform/system/files.h"
 
 namespace {
 
 constexpr int64_t LargestImage = 400ll << 20;         // bytes that one decoded picture may take
 constexpr int LongestSide = 65'535;                   // what JPG and GIF can have; beyond it only a trap
 constexpr int64_t LargestCoefficients = 320ll << 20;  // bytes that a JPEG may take that is not decoded row by row
-
-// By its bytes, and never waiting: a FIFO under a picture's name must not hold the program up.
-bool OpenRegular(QFile& file, const std::string& path) {
-#ifndef _WIN32
-    const int handle = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (handle < 0) return false;
-    struct stat facts {};
-    if (::fstat(handle, &facts) == 0 && S_ISREG(facts.st_mode) &&
-        file.open(handle, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return true;
-    ::close(handle);
-    return false;
-#else
-    file.setFileName(QString::fromUtf8(path.data(), qsizetype(path.size())));
-    return file.open(QIODevice::ReadOnly);
-#endif
-}
 
 // The three formats by their first bytes; what is behind another name counts for nothing.
 const char* FormatOf(QIODevice& file) {
@@ -101,7 +79,8 @@ public:
             return true;
         }();
         (void)once;
-        if (!OpenRegular(file_, path)) return;
+        const int file = OpenRegular(path);
+        if (file < 0 || !file_.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) return;
         format_ = FormatOf(device_);
         if (!format_) return;
         if (Jpeg() && CoefficientBytes(device_) > LargestCoefficients) {

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "platform/qt/widgets/form_window.h"
+#include "platform/system/paths.h"
 
 namespace {
 
@@ -17,10 +18,12 @@ std::optional<std::string> CarriedFile(const QMimeData& carried) {
         line = line.trimmed();
         if (line.isEmpty() || line.startsWith('#')) continue;
         if (path || !line.startsWith("file:")) return std::nullopt;
-        // file:/path, file:///path, or with the name of a machine, which is taken to be this one.
-        const qsizetype start = line.startsWith("file://") ? line.indexOf('/', 7) : 5;
+        // file:/path, file:///path, or with the name of a machine
+        const bool named = line.startsWith("file://");
+        const qsizetype start = named ? line.indexOf('/', 7) : 5;
         if (start < 0) return std::nullopt;
-        path = QByteArray::fromPercentEncoding(line.mid(start)).toStdString();
+        const QByteArray machine = named ? line.mid(7, start - 7) : QByteArray();
+        path = FileOfAddress(machine.toStdString(), QByteArray::fromPercentEncoding(line.mid(start)).toStdString());
     }
     return path;
 }
