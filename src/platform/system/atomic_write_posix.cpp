@@ -1,6 +1,7 @@
 // A file replaced so that at every instant its old bytes or its new ones are there,
 // whole: a new file beside it, flushed to the disk, then renamed over it.
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 #include <filesystem>
 
 #include "platform/system/files.h"
+#include "platform/system/stale_files.h"
 #include "platform/system/temporary_name.h"
 
 namespace {
@@ -51,7 +53,7 @@ std::optional<Former> Examine(const std::string& target) {
 bool WriteAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno != EINTR) return false;
+        if (written == 0 || (written < 0 && errno != EINTR)) return false;
         if (written > 0) bytes.remove_prefix(size_t(written));
     }
     return true;
@@ -87,10 +89,12 @@ bool WriteFileAtomically(const std::string& path, std::string_view bytes) {
     if (!former) return false;
 
     const std::string folder = FolderToOpen(*target);
+    SweepStaleFiles(folder);
     const std::string fresh = WithSeparator(folder) + TemporaryName();
     // Nobody but us reads the new file before it has the permissions of the old one.
     const int file = open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, former->exists ? 0600 : 0666);
     if (file < 0) return false;
+    (void)flock(file, LOCK_EX | LOCK_NB);  // a file system without locks goes by the file's age alone
     if (!Fill(file, *former, bytes) || rename(fresh.c_str(), target->c_str()) != 0) {
         unlink(fresh.c_str());
         return false;

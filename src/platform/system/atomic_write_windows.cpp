@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "platform/system/files.h"
+#include "platform/system/stale_files.h"
 #include "platform/system/temporary_name.h"
 #include "platform/system/wide.h"
 
@@ -57,6 +58,7 @@ bool WriteFileAtomically(const std::string& path, std::string_view bytes) {
     const std::wstring target = Wide(path);
     const std::string folder = FolderOf(path);
     if (FileTitle(path).empty() || MustNotBeReplaced(target)) return false;
+    SweepStaleFiles(folder.empty() ? "." : folder);
     const std::wstring fresh = Wide((folder.empty() ? "" : WithSeparator(folder)) + TemporaryName());
     if (MakeFile(fresh, bytes) && PutInPlace(fresh, target)) return true;
     DeleteFileW(fresh.c_str());

@@ -48,7 +48,8 @@ std::optional<std::string> FindIgnoringCase(const std::string& folder, std::stri
 
 // Writes a new file beside `path`, flushes it to the disk and renames it over
 // `path`: at every instant the old bytes or the new ones are there, whole. False,
-// with nothing left behind and the old file untouched, if any step fails.
+// with nothing left behind and the old file untouched, if any step fails. Takes away
+// what a killed program has left in the folder.
 [[nodiscard]] bool WriteFileAtomically(const std::string& path, std::string_view bytes);
 
 std::string CurrentFolder();

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/system/files.h"
+#include "platform/system/folder_lock.h"
 
 namespace {
 
@@ -126,10 +127,8 @@ std::string Changed(std::string_view content, std::string_view section, std::str
 
 }  // namespace
 
-std::optional<std::string> ProfileFile::Read(std::string_view section, std::string_view key) const {
-    const std::optional<std::string> content = ReadFile(path_);
-    if (!content) return std::nullopt;
-    const std::vector<Line> lines = SplitLines(*content);
+std::optional<std::string> ReadKey(std::string_view content, std::string_view section, std::string_view key) {
+    const std::vector<Line> lines = SplitLines(content);
     const Place place = Find(lines, section, key);
     if (place.key == place.end) return std::nullopt;
     const Line& line = lines[place.key];
@@ -138,11 +137,23 @@ std::optional<std::string> ProfileFile::Read(std::string_view section, std::stri
     return std::string(value);
 }
 
-bool ProfileFile::Write(std::string_view section, std::string_view key, std::string_view value) const {
+std::optional<std::string> WithKey(std::string_view content, std::string_view section, std::string_view key,
+                                   std::string_view value) {
     // A line break would end the line before its time.
-    if (HasLineBreak(section) || HasLineBreak(key) || HasLineBreak(value)) return false;
+    if (HasLineBreak(section) || HasLineBreak(key) || HasLineBreak(value)) return std::nullopt;
+    return Changed(content, section, key, value);
+}
+
+std::optional<std::string> ProfileFile::Read(std::string_view section, std::string_view key) const {
+    const std::optional<std::string> content = ReadFile(path_);
+    return content ? ReadKey(*content, section, key) : std::nullopt;
+}
+
+bool ProfileFile::Write(std::string_view section, std::string_view key, std::string_view value) const {
+    const FolderLock turn(FolderOf(path_));
     const std::optional<std::string> content = ReadFile(path_);
     // What exists and cannot be read is not replaced.
     if (!content && (FileExists(path_) || FolderExists(path_))) return false;
-    return WriteFileAtomically(path_, Changed(content.value_or(""), section, key, value));
+    const std::optional<std::string> changed = WithKey(content.value_or(""), section, key, value);
+    return changed && WriteFileAtomically(path_, *changed);
 }
