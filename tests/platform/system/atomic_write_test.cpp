@@ -1,11 +1,16 @@
 // Replacing a file: whole or not at all, and nothing left behind.
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <csignal>
 
 #include "platform/system/files.h"
+#include "platform/system/stale_files.h"
+#include "platform/system/temporary_name.h"
 #include "tests/support/temp_folder.h"
 
 namespace {
@@ -98,6 +103,37 @@ TEST(WriteFileAtomically, WritesThroughLinksToTheirEnd) {
     EXPECT_EQ(folder.Read("deep/not-yet.pzl"), "made");
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "dangling"));
+}
+
+// Of all that looks like the new file of a killed program only what surely is one goes, with the next write beside it.
+TEST(WriteFileAtomically, SweepsWhatAKilledProgramLeft) {
+    const TempFolder folder;
+    namespace fs = std::filesystem;
+    const auto age = [&](const std::string& name, std::chrono::seconds seconds) {
+        fs::last_write_time(folder / name, fs::file_time_type::clock::now() - seconds);
+        return name;
+    };
+    const auto old = [&](const std::string& name) { return folder.Write(name, "x"), age(name, LongestWrite * 2); };
+    const std::string left = old(TemporaryName()), young = age(old(TemporaryName()), LongestWrite / 2);
+    const std::string twin = old(TemporaryName()), locked = old(TemporaryName()), link = TemporaryName();
+    const std::string inFolder = TemporaryName();
+    folder.MakeFolder(inFolder);
+    fs::create_hard_link(folder / twin, folder / "another name");
+    fs::create_symlink(twin, folder / link);
+    const int lock = open((folder / locked).c_str(), O_RDONLY);
+    ASSERT_EQ(flock(lock, LOCK_SH), 0);
+    std::vector<std::string> kept{young, twin, locked, link, inFolder, "another name"};
+    for (const size_t changed : {size_t(0), size_t(8), left.size() - 1}) {
+        std::string name = TemporaryName();
+        name[changed] = 'X';
+        kept.push_back(old(name));
+    }
+    ASSERT_TRUE(WriteFileAtomically(folder / "game.pzl", "new"));
+    EXPECT_FALSE(folder.Has(left));
+    for (const std::string& name : kept) EXPECT_TRUE(fs::exists(fs::symlink_status(folder / name))) << name;
+    close(lock);
+    ASSERT_TRUE(WriteFileAtomically(folder / "game.pzl", "new"));
+    EXPECT_FALSE(folder.Has(locked));
 }
 
 }  // namespace
