@@ -1,126 +1,281 @@
-// Places in twips and pixels, the image of a picture box, mouse events, menus.
-#include <gmock/gmock.h>
+// Controls, forms and menus without a screen: what is done to them, and what they answer, raise, tell their peers and
+// become.
+#include <cmath>
 
+#include "platform/controls/folder_lists.h"
 #include "platform/controls/picture_box.h"
+#include "platform/controls/property_bag.h"
+#include "platform/controls/scroll_bar.h"
 #include "platform/controls/simple_controls.h"
+#include "platform/drawing/raster.h"
 #include "platform/headless/desktop.h"
+#include "tests/support/temp_folder.h"
+#include "tests/support/transcript.h"
 
 namespace {
 
-using testing::ElementsAre;
+// Tells of what it is told.
+struct TellingPeer : Peer {
+    TellingPeer(Transcript& heard, std::string owner) : transcript(heard), name(std::move(owner)) {}
+    ~TellingPeer() override { transcript.Hear(name + " loses its peer"); }
+    void Mirror(Aspect aspect) override {
+        constexpr const char* Names[] = {"Geometry", "Visible", "Enabled", "Order",   "Text",    "Look",
+                                         "Content",  "Range",   "Value",   "Entries", "Outline", "State"};
+        transcript.Hear(name + "'s " + Names[int(aspect)]);
+    }
+    void Repaint(const Region& damage) override { transcript.Hear(name + "'s " + testing::PrintToString(damage)); }
+    Transcript& transcript;
+    std::string name;
+};
+
+struct TellingDesktop : HeadlessDesktop {
+    explicit TellingDesktop(Transcript& heard) : transcript(heard) {}
+    std::unique_ptr<Peer> CreatePeer(Control& control) override {
+        return std::make_unique<TellingPeer>(transcript, control.Name());
+    }
+    std::unique_ptr<Peer> CreateMenuPeer(Form&, MenuItem& item) override {
+        return std::make_unique<TellingPeer>(transcript, item.Name());
+    }
+    Transcript& transcript;
+};
 
 class Controls : public testing::Test {
 protected:
-    // A box whose events are written down as "down 1", "up 1", "click", "dbl".
-    void Listen(PictureBox& box) {
-        const auto mouse = [this](std::string what) {
-            return [this, what](int16_t button, int16_t, float, float) {
-                events.push_back(what + " " + std::to_string(button));
-            };
+    Controls() {
+        form.OnLoad = Heard("load"), form.OnActivate = Heard("activate"), form.OnResize = Heard("resize");
+        form.OnUnload = Heard("unload"), form.OnMenu = Heard("some menu");
+        form.Place(0, 0, 300 * 15, 200 * 15);
+        transcript.state = [this] {
+            State all;
+            for (Control* control : controls) Describe(*control, all), All(*control, all);
+            return all;
         };
-        box.MouseDown = mouse("down");
-        box.MouseMove = mouse("move");
-        box.MouseUp = mouse("up");
-        box.Click = [this] { events.push_back("click"); };
-        box.DblClick = [this] { events.push_back("dbl"); };
     }
+    // What lies between a control and the screen.
+    static void All(Control& c, State& all) {
+        std::ostringstream out;
+        const auto* form = dynamic_cast<Form*>(&c);
+        out << testing::PrintToString(c.PixelRect()) << (AcceptsInput(c) ? "" : " deaf") << " density "
+            << DensityOf(c).PerUnit() << " in " << (c.OwnerForm() ? c.OwnerForm()->Name() : "none");
+        if (form)
+            out << (form->IsLoaded() ? " loaded" : "") << (form->IsShown() ? " shown" : "")
+                << (form->IsUnloaded() ? " unloaded" : "") << " inside " << form->ScaleWidth() << 'x'
+                << form->ScaleHeight() << " depth " << form->Depth();
+        all[c.Name() + " stands"] = out.str();
+        for (Control* child : c.Children()) All(*child, all);
+    }
+    Handler Heard(const std::string& what) {
+        return [this, what] { transcript.Hear(what); };
+    }
+    MouseHandler Mouse(const std::string& what) {
+        return [this, what](int16_t button, int16_t shift, float x, float y) {
+            transcript.Hear(what + testing::PrintToString(std::tuple(button, shift, x, y)));
+        };
+    }
+    WheelHandler Wheel(const std::string& what) {
+        return [this, what](const WheelTurn& turn) {
+            transcript.Hear(what + testing::PrintToString(std::pair(turn.x, turn.y)));
+        };
+    }
+    Control& Any() { return *transcript.Draw(controls); }
+    bool Chance() { return transcript.Draw<bool>({false, true}); }
+    bool Mostly() { return transcript.Draw<bool>({true, true, true, false}); }
+    double Number() {
+        return transcript.Draw<double>({-8, 0, 0, 7, 7.5, 22, 37, 300.5, 1500, 1503, 1515, -0.1, INFINITY, NAN});
+    }
+    int16_t Button() { return transcript.Draw<int16_t>({1, 2, 4}); }
 
-    HeadlessDesktop desktop;
-    Form form{"frmTest", "Test", ScaleMode::Pixels, FormBorder::Sizable};
-    std::vector<std::string> events;
+    Transcript transcript;
+    TellingDesktop desktop{transcript};
+    Form form{"form", "Test", ScaleMode::Pixels, FormBorder::Sizable};
+    PictureBox sheet{"sheet", ScaleMode::Twips}, box{"box"};
+    Label label{"label"};
+    Image image{"image"};
+    CommandButton ok{"ok", "&OK"};
+    ScrollBar bar{"bar", Orientation::Vertical};
+    std::vector<Control*> controls{&form};
 };
 
-TEST_F(Controls, NeighboursInTwipsTouchInPixels) {
-    PictureBox sheet("sheet", ScaleMode::Twips);
-    PictureBox a("a"), b("b");
-    sheet.AddChild(a);
-    sheet.AddChild(b);
-    for (int left = -40; left < 40; ++left)
-        for (int width = 0; width < 50; ++width) {
-            a.Place(left, left, width, width);
-            b.Place(left + width, left + width, 100, 100);
-            ASSERT_EQ(a.PixelRect().Right(), b.PixelRect().x) << left << " + " << width;
-            ASSERT_EQ(a.PixelRect().Bottom(), b.PixelRect().y) << left << " + " << width;
-        }
-    a.Place(-8, 7, 7390, 3400);
-    EXPECT_EQ(a.PixelRect(), (Rect{-1, 0, 493, 227}));
-}
-
-TEST_F(Controls, OnlyANewSizeInPixelsClearsTheImage) {
-    PictureBox sheet("sheet", ScaleMode::Twips);
-    PictureBox box("box");
-    sheet.AddChild(box);
-    box.Place(0, 0, 1500, 750);
-    EXPECT_EQ(box.Image.Bounds(), (Rect{0, 0, 100, 50}));
-    *box.Image.Draw({0, 0, 1, 1}) = BlackPixel;
-    for (double left = 0; left < 40; ++left) box.Move(left, -left);
-    box.SetWidth(1503);
-    EXPECT_FALSE(box.Image.IsUniform());
-    box.SetWidth(1515);
-    EXPECT_TRUE(box.Image.IsUniform());
-    EXPECT_EQ(box.Image.Width(), 101);
-}
-
-TEST_F(Controls, ChildrenLeaveTheirContainerWhenEitherDies) {
-    PictureBox survivor("survivor");
-    {
-        PictureBox container("container");
-        container.AddChild(survivor);
-        {
-            Label label("label");
-            container.AddChild(label);
-            survivor.ZOrder();
-            EXPECT_THAT(container.Children(), ElementsAre(&label, &survivor));
-        }
-        EXPECT_THAT(container.Children(), ElementsAre(&survivor));
-    }
-    EXPECT_EQ(survivor.Parent(), nullptr);
-    EXPECT_EQ(survivor.OwnerForm(), nullptr);
-}
-
-TEST_F(Controls, WhatIsDisabledOrHiddenAnywhereAboveHearsNothing) {
-    PictureBox panel("panel"), box("box");
-    form.AddChild(panel);
-    panel.AddChild(box);
-    Listen(box);
-    form.Show();
-    const auto heard = [&] {
-        events.clear();
-        box.DeliverMouseDown(1, 0, 0, 0);
-        box.DeliverMouseMove(0, 0, 0, 0);
-        box.DeliverClick();
-        box.DeliverDblClick();
-        return events.size();
-    };
-    for (Control* control : std::vector<Control*>{&box, &panel, &form}) {
-        EXPECT_EQ(heard(), 4u);
-        control->SetEnabled(false);
-        EXPECT_EQ(heard(), 0u) << control->Name() << " disabled";
-        control->SetEnabled(true);
-        control->SetVisible(false);
-        EXPECT_EQ(heard(), 0u) << control->Name() << " hidden";
-        control->SetVisible(true);
-    }
-    form.Hide();
-    EXPECT_EQ(heard(), 0u);
-}
-
-TEST_F(Controls, TheReleaseOfATakenPressReachesAHiddenBoxOnce) {
-    PictureBox box("box");
-    form.AddChild(box);
-    Listen(box);
-    form.Show();
-    box.DeliverMouseDown(1, 0, 5, 5);
-    box.DeliverMouseDown(2, 0, 5, 5);
-    form.Hide();
-    box.DeliverMouseMove(3, 0, 6, 6);
-    box.DeliverMouseUp(1, 0, 6, 6);
-    box.DeliverMouseUp(1, 0, 6, 6);
-    box.DeliverMouseUp(4, 0, 6, 6);
-    EXPECT_THAT(events, ElementsAre("down 1", "down 2", "up 1"));
-    box.SetEnabled(false);
-    box.DeliverMouseUp(2, 0, 6, 6);
-    EXPECT_EQ(events.size(), 3u) << "a disabled box hears not even that";
-}
-
 }  // namespace
+
+TEST_F(Controls, StandWhereTheyWerePutAndPeersHearWhatChanged) {
+    controls = {&form, &sheet, &box, &label};
+    for (Control* c : {static_cast<Control*>(&sheet), static_cast<Control*>(&label)}) form.AddChild(*c);
+    sheet.AddChild(box);
+    Label::LabelLook sized, plain;
+    sized.autoSize = true, sized.alignment = Alignment::Right;
+    const auto place = [&](Control& c) {
+        const double left = Number(), width = Number();
+        return c.Place(left, 22, width, 37);
+    };
+    const auto look = [&] {
+        sized.alignment = transcript.Draw<Alignment>({Alignment::Left, Alignment::Right});
+        label.SetLook(Chance() ? sized : plain);
+    };
+    DO(DensityOf(sheet).PerUnit());
+    transcript.Walk(
+        260, Steps() | STEP(Any().SetLeft(Number())) | STEP(Any().SetTop(Number())) | STEP(Any().SetWidth(Number())) |
+                 STEP(Any().SetHeight(Number())) | STEP(place(Any())) | STEP(box.Move(Number(), 5)) |
+                 STEP(Any().ZOrder()) | STEP(SetPixel(box.Image, 1, 2, 0), box.Image.Refresh()) |
+                 STEP(Any().SetVisible(Mostly())) | STEP(Any().SetEnabled(Mostly())) |
+                 STEP((Chance() ? form : static_cast<Control&>(sheet)).AddChild(box)) |
+                 STEP((Chance() ? sheet : box).AddChild(label)) | STEP(Any().RemoveChild(label)) | STEP(look()) |
+                 STEP(label.SetCaption(Chance() ? "1.0.0" : "longer")) | STEP(form.Show()) | STEP(form.Hide()) |
+                 STEP(Any().SetPointer(Chance() ? MousePointer::Hourglass : MousePointer::Hand)) |
+                 STEP(sheet.SetBackColor(Chance() ? Rgb(1, 2, 3) : WindowColor)) |
+                 STEP(sheet.SetBorder(Chance() ? Border::Thin : Border::None)) |
+                 STEP(Any().SetAccessibleName(Chance() ? "a" : "b")) | STEP(void(desktop.scale = Chance() ? 1.25 : 1)));
+    for (Control* dying : {new Control("container"), static_cast<Control*>(new Label("child"))}) {
+        controls.push_back(dying);
+        DO(form.AddChild(*dying), dying->AddChild(image), sheet.SetVisible(true));
+        controls.pop_back();
+        DO(delete dying, image.Parent() == nullptr && image.OwnerForm() == nullptr);
+    }
+    DO(form.Unload());
+    DO(form.AddChild(image));
+}
+
+TEST_F(Controls, HearThePlayerWhereTheyAreShownAndEnabled) {
+    controls = {&form, &box, &image, &bar};
+    for (Control* c : std::vector<Control*>{&box, &ok, &label, &bar}) form.AddChild(*c);
+    box.AddChild(image);
+    const auto heard = [&] {
+        box.DeliverMouseMove(3, 2, 3, 4), box.DeliverClick(), box.DeliverDblClick(), box.DeliverWheel({0, 2});
+        image.DeliverMouseDown(2, 3, 7, 8), ok.DeliverClick(), label.DeliverClick(), bar.DeliverWheel({1, 2});
+        form.DeliverMouseDown(4, 0, 9, 9), form.DeliverKeyDown(Key::PageUp);
+    };
+    DO(form.Show(), heard(), box.DeliverMouseDown(1, 0, 3, 4), box.DeliverMouseUp(1, 0, 3, 4));
+    box.MouseDown = Mouse("down"), box.MouseMove = Mouse("move"), box.MouseUp = Mouse("up");
+    box.DblClick = Heard("double"), box.Wheel = Wheel("wheel"), bar.Wheel = Wheel("bar");
+    // A handler may be bound anew while it runs.
+    box.Click = [&] { box.Click = Heard("later"), transcript.Hear("first"); };
+    image.MouseDown = Mouse("image"), form.MouseDown = Mouse("form"), ok.Click = Heard("button");
+    label.Click = Heard("label"), bar.Change = Heard("change"), bar.Scroll = Heard("scroll");
+    form.KeyDown = [&](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
+    const auto value = [&] {
+        return transcript.Draw<double>({-1390, -700, -1, 0, 0.5, 1.5, 30, 42.5, 100.5, 32767.4, 4e4, NAN});
+    };
+    const auto slide = [&] {
+        const int to = transcript.Draw<int>({-90, 0, 20, 20, 70, 99999});
+        bar.DeliverValue(to, Chance());
+    };
+    const Steps mouse = Steps() | STEP(heard()) | STEP(box.DeliverMouseDown(Button(), 4, 1, 2)) |
+                        STEP(box.DeliverMouseUp(Button(), 1, 5, 6)) | STEP(Any().SetEnabled(Mostly())) |
+                        STEP(Any().SetVisible(Mostly())) | STEP(form.Hide()) | STEP(form.Show()) |
+                        STEP(box.DragAsWindow());
+    transcript.Walk(120, mouse);
+    controls = {&bar};
+    for (Control* c : std::vector<Control*>{&form, &box}) c->SetEnabled(true), c->SetVisible(true);
+    transcript.Walk(250, Steps() | STEP(bar.SetMin(value())) | STEP(bar.SetMax(value())) | STEP(bar.SetMax(value())) |
+                             STEP(bar.SetValue(value())) | STEP(bar.SetValue(value())) |
+                             STEP(bar.SetSmallChange(value())) | STEP(bar.SetLargeChange(value())) | STEP(slide()) |
+                             STEP(slide()) | STEP(bar.SetEnabled(Mostly()), bar.SetVisible(true)) | STEP(form.Show()));
+    // A handler that sets Value for ever comes back, and the bar works as before.
+    int changes = 0;
+    bar.Change = [&] { ++changes, bar.SetValue(bar.Value() == 0 ? 1 : 0); };
+    for (int i = 0; i < 2; ++i) DO(bar.SetMin(0) && bar.SetMax(100) && bar.SetValue(10), changes);
+}
+
+TEST_F(Controls, FormsAndMenusKeepTheirOrder) {
+    MenuItem& game = form.Menus.Add("game", "Jogo");
+    form.Menus.SetForm(&form);
+    MenuItem& item = game.Add("item", "Sair", {.key = 'S', .control = true});
+    MenuItem& deep = game.Add("sub", "Novo").Add("deep", "Kids A");
+    for (MenuItem* any : {&game, &item, &game.Add("line", "-"), &deep}) any->Click = Heard(any->Name() + " chosen");
+    const auto choose = [&] {
+        game.DeliverClick(), item.DeliverClick(), game.Items().back().DeliverClick(), deep.DeliverClick();
+    };
+    const auto marks = [&](MenuItem& any) {
+        return testing::PrintToString(std::tuple(any.Enabled(), any.Checkable(), any.Checked()));
+    };
+    const auto size = [&] { return Size{transcript.Draw<int>({320, 321}), 240}; };
+    const auto state = [&] {
+        return transcript.Draw<WindowState>({WindowState::Normal, WindowState::Minimized, WindowState::Maximized});
+    };
+    desktop.frame = {10, 40, 20, 30};
+    DO(choose());
+    const Steps steps = Steps() | STEP(choose()) | STEP(item.SetEnabled(Mostly()), marks(item)) |
+                        STEP(item.SetChecked(Chance()), marks(item)) | STEP(form.CenterOnScreen()) |
+                        STEP(form.DeliverFrame()) | STEP(form.DeliverResize(size())) | STEP(form.SetState(state())) |
+                        STEP(form.DeliverState(state())) | STEP(form.Show()) | STEP(form.Hide()) | STEP(DoEvents()) |
+                        STEP(form.SetBackColor(Chance() ? 1 : 2)) | STEP(form.SetBackdrop(nullptr)) |
+                        STEP(form.SetRegion({})) | STEP(form.DeliverFile("a.pzl"), form.DeliverFile("a.png")) |
+                        STEP(form.SetEnabled(Mostly())) | STEP(form.DeliverActivate()) | STEP(form.DragAsWindow());
+    DO(form.DeliverFrame());
+    transcript.Walk(90, steps);
+    form.FileDropped = [&](const std::string& path) { transcript.Hear("dropped " + path); };
+    DO(form.DeliverFile("a.pzl"));
+    form.TakesFile = [](const std::string& path) { return path.ends_with(".pzl"); };
+    transcript.Walk(90, steps);
+    for (const bool enabled : {false, true})
+        DO(form.SetEnabled(enabled), form.Hide(), form.DeliverClose(), form.Show(), form.DeliverClose());
+    transcript.Walk(30, steps);
+    Form scaled("scaled", "", ScaleMode::Twips, FormBorder::None);
+    controls = {&scaled};
+    DO(scaled.Unload(), scaled.Place(15, 30, 1500, 750), scaled.DeliverFrame());
+    DO(scaled.CenterOnScreen());
+    DO(testing::PrintToString(std::exchange(desktop.log, {})));
+
+    // A modal form ends after every routine of its own, wherever it was closed.
+    Form outer("outer", "", ScaleMode::Twips, FormBorder::FixedDialog),
+        inner("inner", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    controls = {&outer, &inner};
+    outer.AddChild(ok);
+    const auto show = [](Form& dialog) { dialog.Show(Modality::Modal); };
+    inner.OnActivate = [&] { DO(desktop.PostInput([&] { inner.Hide(); }), DoEvents()); };
+    DO(show(inner));
+    inner.OnActivate = [&] {
+        DO(desktop.Post([&] { DO(outer.Unload()); }), desktop.Post([&] { DO(inner.DeliverClose()); }));
+    };
+    ok.Click = [&] { DO(show(inner)), DO(DoEvents(), outer.Unload(), ok.DeliverClick()); };
+    DO(desktop.PostInput([&] { ok.DeliverClick(); }), show(outer));
+    DO(show(outer), show(inner), desktop.modalTrouble);
+    DO(testing::PrintToString(desktop.log));
+    PropertyBag bag;
+    DO(bag.WriteProperty("a", 5, 7), bag.WriteProperty("b", 7, 7), bag.Holds("a") && !bag.Holds("b"));
+    DO(std::get<int>(*bag.ReadProperty("a", 7)) * 10 + std::get<int>(*bag.ReadProperty("b", 9)));
+    DO(bag.ReadProperty("a", std::string()).has_value());
+    DO(bag.WriteProperty("a", 7, 7), bag.Holds("a"));
+}
+
+TEST_F(Controls, ListsFollowTheFolders) {
+    const TempFolder temp;
+    for (const char* name : {"one/beta", "one/Alpha", "one/.hidden", "one-more"}) temp.MakeFolder(name);
+    temp.Write("one/file.txt", "no folder");
+    transcript.changing = {temp.Path(), "TEMP"};
+    desktop.volumes = {{"/", "root"}, {temp.Path(), "temp"}, {temp / "one//", "one"}};
+    for (const char* path : {"//", "/a//b/", "/a/./b/.", "/a/b/..", "/../../a", "/a/b/../../c", "/a/..b/..."})
+        transcript.Write(path + (" = " + NormalPath(path)));
+    DO(NormalPath("x") == NormalPath(std::filesystem::current_path().string() + "/x"));
+    DriveListBox drives("drives");
+    DirListBox folders("folders");
+    drives.Change = Heard("drive"), folders.Change = Heard("folder");
+    form.AddChild(drives), form.AddChild(folders);
+    transcript.state = [&] {
+        std::string lines;
+        for (const DirListBox::Entry& entry : folders.Entries())
+            lines += (entry.open ? " [" : " ") + std::to_string(entry.depth) + ' ' + entry.label + ": " + entry.path;
+        return std::map<std::string, std::string>{{"drives", std::to_string(drives.Current()) + ' ' + drives.Drive()},
+                                                  {"folders", folders.Path() + lines}};
+    };
+    const auto path = [&] {
+        const char* const below = transcript.Draw<const char*>(
+            {"one", "one/beta", "one//beta/.././", "one-more", "one/..", "missing", "one/file.txt", "one-more/beta"});
+        return temp / below;
+    };
+    const auto place = [&] { return transcript.Draw<size_t>({0, 1, 2, 3, 9}); };
+    const Steps steps = Steps() | STEP(folders.SetPath(path())) | STEP(folders.SetPath(path())) |
+                        STEP(folders.DeliverOpen(place())) | STEP(drives.SetDrive(path())) |
+                        STEP(drives.SetDrive(path())) | STEP(drives.DeliverChoice(place())) |
+                        STEP(drives.Follow(path())) | STEP(drives.Follow(path())) | STEP(folders.SetEnabled(Mostly())) |
+                        STEP(drives.SetEnabled(Mostly()));
+    DO(form.Show(), folders.SetPath("/") && folders.Entries()[0].label == "/" && folders.Entries()[1].depth == 1);
+    DO(folders.SetPath(temp.Path()));
+    transcript.Walk(60, steps);
+    desktop.volumes.pop_back();
+    DO(drives.AddPlace({temp / "one-more/", "Imagens", Volume::Kind::GamePictures}));
+    transcript.Walk(60, steps);
+    desktop.volumes = {{"/nowhere", "n"}};
+    DriveListBox lost("lost");
+    DO(std::to_string(lost.Current()) + lost.Drive() + (lost.SetDrive("/usr") ? "found" : "lost"));
+}

@@ -1,0 +1,84 @@
+// What a test does and what comes of it, step by step: what a call answers, what is heard meanwhile, what is another
+// afterwards. The whole is compared with the golden text named after the test.
+#pragma once
+#include <functional>
+#include <random>
+#include <sstream>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "tests/support/golden.h"
+#include "tests/support/window_dump.h"
+
+inline void PrintTo(const Size& s, std::ostream* out) { *out << s.width << 'x' << s.height; }
+inline void PrintTo(const Rect& r, std::ostream* out) {
+    *out << r.x << ',' << r.y << ' ' << r.width << 'x' << r.height;
+}
+
+// What a walk may come to.
+using Steps = std::vector<std::function<void()>>;
+inline Steps operator|(Steps steps, std::function<void()> another) {
+    steps.push_back(std::move(another));
+    return steps;
+}
+
+class Transcript {
+public:
+    ~Transcript() {
+        const auto& test = *testing::UnitTest::GetInstance()->current_test_info();
+        ExpectGolden(std::string(test.test_suite_name()) + "." + test.name() + ".txt", text_);
+    }
+
+    // What there is to see; a step tells of what it has changed.
+    std::function<State()> state = [] { return State(); };
+    // What differs at every run, and what stands for it.
+    std::pair<std::string, std::string> changing;
+
+    void Hear(const std::string& what) { heard_ += "; " + what; }
+    void Write(std::string line) {
+        const auto& [what, name] = changing;
+        for (size_t at = 0; !what.empty() && (at = line.find(what, at)) != line.npos;)
+            line.replace(at, what.size(), name);
+        text_ += line + "\n";
+    }
+    template <typename Act>
+    void Step(const std::string& words, Act act) {
+        const std::string before = std::exchange(heard_, "");  // of a step in whose midst this one comes
+        std::string answer;
+        if constexpr (std::is_void_v<decltype(act())>)
+            act();
+        else
+            answer = " -> " + testing::PrintToString(act());
+        Write(words + std::exchange(drawn_, "") + answer + std::exchange(heard_, before));
+        State now = state();
+        std::istringstream changes(Changes(shown_, now));
+        for (std::string line; std::getline(changes, line);) Write("    " + line);
+        shown_ = std::move(now);
+    }
+
+    // One of `from`, the same at every run; the step tells which. At most one draw a call: arguments have no order.
+    template <typename T>
+    T Draw(const std::vector<T>& from) {
+        const size_t number = dice_() % from.size();
+        if constexpr (requires { from[number]->Name(); })
+            drawn_ += ' ' + from[number]->Name();
+        else if constexpr (std::is_enum_v<T>)
+            drawn_ += ' ' + std::to_string(int(from[number]));
+        else
+            drawn_ += ' ' + testing::PrintToString(from[number]);
+        return from[number];
+    }
+    void Walk(int length, const Steps& steps) {
+        while (length-- > 0) steps[dice_() % steps.size()]();
+    }
+
+private:
+    std::string text_, heard_, drawn_;
+    State shown_;
+    std::mt19937 dice_;
+};
+
+// A step of `transcript`, told in its own words, now or whenever a walk comes to it.
+#define DO(...) transcript.Step(#__VA_ARGS__, [&]() -> decltype(auto) { return __VA_ARGS__; })
+#define STEP(...) [&] { DO(__VA_ARGS__); }
