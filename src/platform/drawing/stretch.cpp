@@ -219,7 +219,7 @@ Surface WhollyStored(const Surface& image) {
     Surface whole(image.Width(), image.Height());
     whole.SetDensity(image.PixelDensity());
     BitBlt(whole, 0, 0, image.Width(), image.Height(), image, 0, 0, RasterOp::SrcCopy);
-    whole.DrawAll();
+    whole.Draw(whole.Bounds());  // white on white has kept nothing
     return whole;
 }
 

@@ -60,6 +60,7 @@ TEST(CellSheet, FindsTheSamePartAsALookAtEveryCell) {
                                    : Intersect(both, area).Empty());
             }
         }
+        sheet.Change(sheet.UpperBound());
         sheet.UnloadAll();
         ASSERT_EQ(Told(sheet.HitCell(100, 100)), Told({}));
     }

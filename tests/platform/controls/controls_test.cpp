@@ -263,12 +263,12 @@ TEST_F(Controls, ListsFollowTheFolders) {
             {"one", "one/beta", "one//beta/.././", "one-more", "one/..", "missing", "one/file.txt", "one-more/beta"});
         return temp / below;
     };
-    const auto place = [&] { return transcript.Draw<size_t>({0, 1, 2, 3, 9}); };
+    const auto place = [&] { return transcript.Draw<size_t>({0, 1, 2, 3, 4, 9}); };
     const Steps steps = Steps() | STEP(folders.SetPath(path())) | STEP(folders.SetPath(path())) |
                         STEP(folders.DeliverOpen(place())) | STEP(drives.SetDrive(path())) |
                         STEP(drives.SetDrive(path())) | STEP(drives.DeliverChoice(place())) |
-                        STEP(drives.Follow(path())) | STEP(drives.Follow(path())) | STEP(folders.SetEnabled(Mostly())) |
-                        STEP(drives.SetEnabled(Mostly()));
+                        STEP(drives.Follow(path())) | STEP(drives.Follow(path())) | STEP(drives.SetDrive("/")) |
+                        STEP(folders.SetEnabled(Mostly())) | STEP(drives.SetEnabled(Mostly()));
     DO(form.Show(), folders.SetPath("/") && folders.Entries()[0].label == "/" && folders.Entries()[1].depth == 1);
     DO(folders.SetPath(temp.Path()));
     transcript.Walk(60, steps);
