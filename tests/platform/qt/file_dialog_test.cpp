@@ -40,7 +40,7 @@ protected:
     }
 
     QtFixture fixture;
-    ScratchFolder folder;
+    TempFolder folder;
 };
 
 }  // namespace

@@ -1,5 +1,8 @@
 // A desktop on Qt without a screen, installed for a test.
 #pragma once
+#include <QCoreApplication>
+#include <QElapsedTimer>
+
 #include "platform/qt/desktop.h"
 #include "tests/support/temp_folder.h"
 
@@ -13,7 +16,9 @@ private:
     Backend* before_;
 };
 
-// A folder that goes with the test.
-struct ScratchFolder : TempFolder {
-    std::string File(const std::string& name) const { return *this / name; }
-};
+// Lets events in until the condition holds; false if it never does.
+inline bool Comes(const std::function<bool()>& condition) {
+    QElapsedTimer since;
+    for (since.start(); !condition() && since.elapsed() < 10000;) QCoreApplication::processEvents();
+    return condition();
+}

@@ -93,7 +93,7 @@ TEST_F(GameWindows, AScreenReaderHasAWordForEveryControlOfThePlayer) {
 }
 
 TEST_F(GameWindows, KeysWalkThroughThePictureDialogAndTheWheelChoosesNoDrive) {
-    const ScratchFolder folder;
+    const TempFolder folder;
     for (const char* name : {"alfa", "beta", "gama"}) folder.MakeFolder(name);
     Skin skin;
     frmThumbs dialog(skin, {});

@@ -1,152 +1,322 @@
-// Pictures from files, against what was written or against Qt's plain decoding.
+// Pictures from files of every kind, at any size and pace, against the library's plain decoding.
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QImage>
+#include <QBuffer>
+#include <QFile>
 #include <QImageReader>
 #include <QImageWriter>
+#include <QPainter>
+#include <QTimer>
+#include <climits>
 #include <random>
 
+#include "platform/drawing/bmp.h"
+#include "platform/qt/pictures/bmp_bands.h"
 #include "platform/qt/pictures/picture_file.h"
 #include "tests/platform/qt/fixture.h"
 
 namespace {
 
-// Four quarters of clearly different colours.
-QImage Quarters(int width, int height) {
-    QImage image(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, (x < width / 2 ? 0xFF200000u : 0xFFE00000u) | (y < height / 2 ? 0x2000u : 0xE000u));
-    return image;
-}
+std::mt19937 random_(11);
 
-std::string SavedJpeg(const ScratchFolder& folder, const QImage& image, QImageIOHandler::Transformations turn = {}) {
-    const std::string path = folder.File("p.jpg");
-    QImageWriter writer(QString::fromStdString(path), "jpeg");
-    writer.setQuality(95);
-    writer.setTransformation(turn);
-    EXPECT_TRUE(writer.write(image));
-    return path;
-}
-
-int Apart(Pixel a, Pixel b) {
-    int most = 0;
-    for (const int shift : {0, 8, 16}) most = std::max(most, std::abs(int(a >> shift & 255) - int(b >> shift & 255)));
-    return most;
-}
-
-std::string Little(uint32_t value, int bytes) {
+std::string Little(int64_t value, int bytes = 4) {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += i < 4 ? char(value >> 8 * i & 255) : char(0);
+    for (int i = 0; i < bytes; ++i) text += char(value >> 8 * i & 255);
     return text;
 }
 
-// A BMP of 24 bits a pixel; rows from the top down if `height` is negative.
-std::string Bmp(int width, int height, const std::string& rows) {
-    return "BM" + Little(uint32_t(54 + rows.size()), 4) + Little(0, 4) + Little(54, 4) + Little(40, 4) +
-           Little(uint32_t(width), 4) + Little(uint32_t(height), 4) + Little(1, 2) + Little(24, 2) + Little(0, 4) +
-           Little(uint32_t(rows.size()), 4) + Little(0, 16) + rows;
+struct Kind {
+    const char* name;
+    int bits;
+    std::vector<uint32_t> masks;  // none: no compression
+    uint32_t header = 40;
+    uint32_t gap = 0;  // bytes between header and rows
+    bool banded = true;
+};
+
+const Kind Kinds[] = {
+    {"24 bits", 24, {}},
+    {"32 bits", 32, {}},
+    {"16 bits", 16, {}},
+    {"555", 16, {0x7C00, 0x03E0, 0x001F}},
+    {"565", 16, {0xF800, 0x07E0, 0x001F}},
+    {"32 bits with masks", 32, {0xFF, 0xFF00, 0xFF0000}},
+    {"24 bits, long header", 24, {}, 124, 0},
+    {"transparency", 32, {0xFF0000, 0xFF00, 0xFF, 0xFF000000}, 108, 0},
+    {"24 bits, other header", 24, {}, 64, 0},
+    {"24 bits and a gap", 24, {}, 40, 777},
+    {"565 and a gap", 16, {0xF800, 0x07E0, 0x001F}, 40, 33},
+    {"the longest gap", 24, {}, 40, 65536 - 54},
+    {"24 bits, far gap", 24, {}, 40, 65537 - 54, false},
+    {"palette", 8, {}, 40, 0, false},
+    {"24 bits with masks", 24, {0xFF, 0xFF00, 0xFF0000}, 40, 0, false},
+    {"impossible masks", 32, {0xFFFFFFFF, 0xFF00, 0xFF}},
+};
+
+// A bitmap of random rows; a few of them if `most` says so.
+std::string Bitmap(const Kind& kind, int width, int height, size_t most = SIZE_MAX) {
+    std::string rest = Little(width) + Little(height) + Little(1, 2) + Little(kind.bits, 2) +
+                       Little(kind.masks.empty() ? 0 : 3) + std::string(20, '\0'), masks;
+    for (const uint32_t mask : kind.masks) masks += Little(mask);
+    if (kind.header > 64) rest += masks;
+    rest.resize(kind.header - 4, '\0');
+    if (kind.header <= 64) rest += masks;
+    for (uint32_t i = 0; kind.bits == 8 && i < 256; ++i) rest += Little(i * 0x30705 & 0xFFFFFF);
+    rest.resize(rest.size() + kind.gap, '\0');
+    const size_t stride = size_t(int64_t(width) * kind.bits + 31) / 32 * 4;
+    std::string rows(std::min(most, stride * size_t(std::abs(height))), '\0');
+    for (char& c : rows) c = char(random_());
+    const uint32_t rowsAt = uint32_t(18 + rest.size());
+    return "BM" + Little(rowsAt + rows.size()) + Little(0) + Little(rowsAt) + Little(kind.header) + rest + rows;
 }
+
+// A photograph of broad patches and fine grain.
+std::string Jpeg(int width, int height, int turn = 0, bool progressive = false, bool grey = false) {
+    QImage image(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            image.setPixel(x, y, (x * 40 / width * 0x050103u + y * 30 / height * 0x020601u + (random_() & 0x1F1F1F)));
+    QBuffer file;
+    QImageWriter writer(&file, "jpeg");
+    writer.setQuality(95);
+    writer.setProgressiveScanWrite(progressive);
+    writer.setTransformation(QImageIOHandler::Transformations(turn));
+    EXPECT_TRUE(writer.write(grey ? image.convertToFormat(QImage::Format_Grayscale8) : image));
+    return file.data().toStdString();
+}
+
+// Four colours, the last of them transparent; each pixel begins the table of codes anew, so that all codes have 3 bits.
+std::string Gif(int width, int height, const char* version) {
+    std::string bits, data, blocks;
+    const auto code = [&bits](uint32_t value) {
+        for (int i = 0; i < 3; ++i) bits += char(value >> i & 1);
+    };
+    for (int i = 0; i < width * height; ++i) code(4), code(random_() & 3);
+    code(5);
+    for (size_t i = 0; i < bits.size(); ++i) {
+        if (i % 8 == 0) data += '\0';
+        data.back() = char(data.back() | bits[i] << i % 8);
+    }
+    for (size_t i = 0; i < data.size(); i += 255) {
+        const std::string block = data.substr(i, 255);
+        blocks += char(block.size()) + block;
+    }
+    return version + Little(width, 2) + Little(height, 2) + std::string("\x81\0\0", 3) +
+           std::string("\x10\x20\x30\xF0\x80\0\0\xC0\x40\xFF\0\xFF", 12) + std::string("!\xF9\4\1\0\0\3\0", 8) + ',' +
+           Little(0) + Little(width, 2) + Little(height, 2) + std::string("\0\2", 2) + blocks + std::string("\0;", 2);
+}
+
+// A picture's place on the disk, and how the library and a slow reduction read it.
+struct Model {
+    std::string path;
+    bool jpeg;
+    QImage whole;
+
+    Model(const TempFolder& folder, const std::string& name, const std::string& bytes)
+        : path(folder.Write(name, bytes)), jpeg(bytes.starts_with("\xFF\xD8")), whole(Decoded(8)) {}
+
+    static int Part(int side, int eighths) { return (side * eighths + 7) / 8; }
+
+    QImage Decoded(int eighths) const {
+        QImageReader reader(QString::fromStdString(path));
+        reader.setDecideFormatFromContent(true);
+        reader.setAutoTransform(true);
+        const QSize size = reader.size();
+        if (eighths < 8) reader.setScaledSize({Part(size.width(), eighths), Part(size.height(), eighths)});
+        return reader.read();
+    }
+
+    // As a bitmap: the mean of each square of pixels, what is transparent over white.
+    std::string Reduced(Size least, int64_t from) const {
+        const bool all = least.width <= 0 || least.height <= 0;
+        int eighths = jpeg && !all ? 1 : 8;
+        while (eighths < 8 && (Part(whole.width(), eighths) < least.width || Part(whole.height(), eighths) < least.height))
+            ++eighths;
+        const QImage image = eighths < 8 ? Decoded(eighths) : whole;
+        QImage flat(image.size(), QImage::Format_RGB32);
+        flat.fill(Qt::white);
+        QPainter(&flat).drawImage(0, 0, image);
+        const int width = flat.width(), height = flat.height();
+        const int side = width * height < from || all
+                             ? 1
+                             : std::clamp(std::min(width / least.width, height / least.height), 1, 64);
+        Surface means((width + side - 1) / side, (height + side - 1) / side);
+        Pixel* out = means.DrawAll();
+        for (int y = 0; y < height; y += side)
+            for (int x = 0; x < width; x += side) {
+                uint32_t sums[3] = {}, count = 0;
+                for (int v = y; v < std::min(y + side, height); ++v)
+                    for (int u = x; u < std::min(x + side, width); ++u, ++count)
+                        for (int c = 0; c < 3; ++c) sums[c] += flat.pixel(u, v) >> 8 * c & 255;
+                *out = OpaqueBits;
+                for (int c = 0; c < 3; ++c) *out |= (sums[c] + count / 2) / count << 8 * c;
+                ++out;
+            }
+        return EncodeBmp(means);
+    }
+
+    // Reads it without pauses, with one, with as many as there can be, in two of which `other` is read; gives it up in
+    // the middle of them.
+    void Check(const Model& other, Size least, int64_t from) const {
+        SCOPED_TRACE(path + " for " + std::to_string(least.width) + "x" + std::to_string(least.height));
+        int pauses = 0, last = INT_MAX, nested = 0;
+        const auto turn = [&] {
+            nested += ++pauses < 3 && ReadPicture(other.path, {1, 1}).has_value() == other.whole.isNull();
+            return pauses < last;
+        };
+        const std::string expected = Reduced(least, from);
+        const auto pausesAt = [&](Pace pace) {
+            pauses = 0;
+            const std::optional<Picture> picture = ReadPicture(path, least, pace, from);
+            EXPECT_TRUE(picture && EncodeBmp(picture->Image) == expected);
+            EXPECT_TRUE(picture && picture->Natural == Size(whole.width(), whole.height()));
+            return pauses;
+        };
+        EXPECT_EQ(pausesAt(Pace()), 0);
+        EXPECT_EQ(pausesAt(Pace(turn, INT_MAX)), 1);
+        const int most = pausesAt(Pace(turn, 0));
+        EXPECT_GE(most, QFile(QString::fromStdString(path)).size() / 20000);
+        last = std::exchange(pauses, 0) / 2 + 1;
+        Pace pace(turn, 0);
+        EXPECT_FALSE(ReadPicture(path, least, pace, from));
+        EXPECT_EQ(pauses, last);
+        EXPECT_EQ(nested, 0) << "reads in a pause that went wrong";
+    }
+};
 
 }  // namespace
 
-TEST(Pictures, PhotographsStandUprightWhateverTheirOrientationMark) {
-    const ScratchFolder folder;
-    const QImage plain = Quarters(48, 32);
-    for (int turn = 0; turn < 8; ++turn) {
-        const auto transformation = QImageIOHandler::Transformations(turn);
-        const std::string path = SavedJpeg(folder, plain, transformation);
-        QImage expected = plain;
-        if (transformation & QImageIOHandler::TransformationMirror) expected = expected.mirrored(true, false);
-        if (transformation & QImageIOHandler::TransformationFlip) expected = expected.mirrored(false, true);
-        if (transformation & QImageIOHandler::TransformationRotate90)
-            expected = expected.transformed(QTransform().rotate(90));
-        const std::optional<Size> size = ReadPictureSize(path);
-        ASSERT_TRUE(size) << turn;
-        EXPECT_EQ(*size, (Size{expected.width(), expected.height()})) << turn;
-        const std::optional<Picture> picture = ReadPicture(path, {0, 0});
-        ASSERT_TRUE(picture) << turn;
-        EXPECT_EQ(picture->Natural, *size) << turn;
-        for (const auto& [x, y] : {std::pair{4, 4}, {-5, 4}, {4, -5}, {-5, -5}}) {
-            const int px = x < 0 ? expected.width() + x : x, py = y < 0 ? expected.height() + y : y;
-            EXPECT_LT(Apart(picture->Image.At(px, py), expected.pixel(px, py)), 24) << turn << ": " << px << "," << py;
+TEST(Pictures, EveryFileIsTheLibrarysPictureReducedAtAnyPace) {
+    const TempFolder folder;
+    std::vector<Model> models;
+    const auto add = [&](const std::string& bytes) {
+        return models.emplace_back(folder, std::to_string(models.size()), bytes).path;
+    };
+    for (const Kind& kind : Kinds)
+        for (const Size size : {Size{37, 153}, {41, -139}, {64, 128}, {1, 70}}) {
+            QFile file(QString::fromStdString(add(Bitmap(kind, size.width, size.height))));
+            EXPECT_TRUE(file.open(QIODevice::ReadOnly) && BmpBands::In(file).has_value() == kind.banded) << kind.name;
+        }
+    for (int turn = 0; turn < 16; ++turn) add(Jpeg(48 + turn, 90 - 5 * turn, turn % 8, turn > 7, turn == 3));
+    for (const bool progressive : {false, true}) add(Jpeg(300, 300, 0, progressive));
+    add(Gif(31, 22, "GIF87a"));
+    add(Gif(90, 40, "GIF89a"));
+    for (const Model& model : models) {
+        const Size whole{model.whole.width(), model.whole.height()};
+        ASSERT_TRUE(model.whole.isNull() || ReadPictureSize(model.path) == whole) << model.path;
+        const Model& other = models[random_() % models.size()];
+        for (const Size least : {Size{0, 0}, {1, 1}, whole, {whole.width / 2 + 1, whole.height / 2},
+                                 {whole.width / 5 + 1, whole.height / 7 + 1}, {whole.width + 3, 1}, {0, 5}}) {
+            const int64_t froms[] = {1, whole.width * whole.height, whole.width * whole.height + 1, ReducedFrom};
+            if (!model.whole.isNull()) model.Check(other, least, froms[random_() % 4]);
         }
     }
 }
 
-TEST(Pictures, AScaledPictureIsNeverSmallerThanAskedForAndKeepsItsProportions) {
-    const ScratchFolder folder;
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    const auto pick = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
-    for (int round = 0; round < 60; ++round) {
-        const Size natural{pick(1, 400), pick(1, 400)};
-        const bool turned = pick(0, 1) == 1;
-        const std::string path =
-            SavedJpeg(folder, Quarters(natural.width, natural.height),
-                      turned ? QImageIOHandler::TransformationRotate90 : QImageIOHandler::TransformationNone);
-        const Size upright = turned ? Size{natural.height, natural.width} : natural;
-        const Size asked{pick(1, upright.width), pick(1, upright.height)};
-        const std::optional<Picture> picture = ReadPicture(path, asked);
-        ASSERT_TRUE(picture);
-        EXPECT_EQ(picture->Natural, upright);
-        EXPECT_GE(picture->Image.Width(), asked.width);
-        EXPECT_GE(picture->Image.Height(), asked.height);
-        const auto part = [](int side, int eighths) { return (side * eighths + 7) / 8; };
-        int fewest = 1;
-        while (part(upright.width, fewest) < asked.width || part(upright.height, fewest) < asked.height) ++fewest;
-        EXPECT_LE(picture->Image.Width(), part(upright.width, fewest));
-        // Both sides by the same eighths, each rounded up, and no more of them than it takes.
-        const double across = double(picture->Image.Width()) / upright.width;
-        EXPECT_NEAR(picture->Image.Height(), across * upright.height, 1 + double(upright.height) / upright.width);
+TEST(Pictures, OfACutBitmapTheHeadIsTakenAsByTheLibraryAndTheRowsThatAreNotThereAreBlack) {
+    const TempFolder folder;
+    Pace none;
+    for (const int height : {40, -40}) {
+        const std::string all = Bitmap(Kinds[0], 21, height);
+        const QImage whole = Model(folder, "whole", all).whole;
+        for (size_t kept = 0; kept < 60; ++kept) {
+            const Model cut(folder, "head", all.substr(0, kept));
+            EXPECT_EQ(ReadPicture(cut.path, {2, 4}, none, 1).has_value(), !cut.whole.isNull()) << kept;
+        }
+        // Twelve rows and nearly one more.
+        QFile file(QString::fromStdString(folder.Write("cut", all.substr(0, 54 + 13 * 64 - 1))));
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        for (int top = 0; top < 40; top += 7) {
+            const QImage rows = BmpBands::In(file)->Rows(top, std::min(7, 40 - top));
+            ASSERT_EQ(rows.height(), std::min(7, 40 - top));
+            for (int y = top; y < top + rows.height(); ++y)
+                for (int x = 0; x < 21; ++x)
+                    EXPECT_EQ(rows.pixel(x, y - top), (height < 0 ? y < 12 : y >= 28) ? whole.pixel(x, y) : OpaqueBits);
+        }
     }
 }
 
-TEST(Pictures, OnlyRegularFilesOfTheThreeFormatsAreOpened) {
-    const ScratchFolder folder;
-    ASSERT_TRUE(Quarters(8, 8).save(QString::fromStdString(folder.File("png.jpg")), "PNG"));
-    ASSERT_EQ(mkfifo(folder.File("fifo.jpg").c_str(), 0600), 0);
-    for (const std::string& path :
-         {folder.File("png.jpg"), folder.File("fifo.jpg"), folder.File("missing.jpg"), folder.File(""),
-          folder.Write("empty.jpg", ""), folder.Write("text.gif", "GIF as they say"),
-          folder.Write("short.jpg", "\xFF\xD8\xFF\xE0"), folder.Write("short.gif", "GIF89a"),
-          folder.Write("short.bmp", "BM"), folder.Write("none.bmp", Bmp(0, 0, ""))}) {
-        EXPECT_FALSE(ReadPictureSize(path)) << path;
-        EXPECT_FALSE(ReadPicture(path, {10, 10})) << path;
-    }
+TEST(Pictures, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {
+    const TempFolder folder;
+    ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(QString::fromStdString(folder / "png.jpg"), "PNG"));
+    ASSERT_EQ(mkfifo((folder / "fifo.jpg").c_str(), 0600), 0);
+    folder.MakeFolder("folder.jpg");
+    folder.Write("text.gif", "GIF as they say");
+    folder.Write("short.jpg", "\xFF\xD8\xFF\xE0");
+    folder.Write("short.gif", "GIF89a");
+    folder.Write("short.bmp", "BM");
+    folder.Write("none.bmp", Bitmap(Kinds[0], 0, 0));
+    folder.Write("no rows.bmp", Bitmap(Kinds[0], 9, 0, 64));
+    folder.Write("long.bmp", Bitmap(Kinds[0], 65536, 1, 64));
+    folder.Write("large.bmp", Bitmap(Kinds[0], 65535, -1601, 64));
+    folder.Write("least.bmp", Bitmap(Kinds[0], 9, INT_MIN, 64));
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        EXPECT_FALSE(ReadPicture(entry.path(), {10, 10})) << entry.path();
+    EXPECT_FALSE(ReadPicture(folder / "missing.jpg", {1, 1}) || ReadPictureSize(folder / "text.gif"));
+    EXPECT_TRUE(ReadPicture(folder.Write("foto \xE7\xFF.bmp", Bitmap(Kinds[0], 65535, 1600, 64)), {1000, 25}));
 }
 
-TEST(Pictures, ASizeBeyondTheMemoryOfTheProgramIsRefused) {
-    const ScratchFolder folder;
-    for (const auto& [width, height] : {std::pair{30000, 30000}, {65535, 2000}, {2147483647, 1}, {200000, -200000}}) {
-        const std::string path = folder.Write("huge.bmp", Bmp(width, height, std::string(64, '\0')));
-        EXPECT_FALSE(ReadPicture(path, {10, 10})) << width << " x " << height;
-    }
-}
-
-TEST(Pictures, APhotographInSeveralPassesIsReadUnlessItsPassesWouldFillTheMemory) {
-    const ScratchFolder folder;
-    QImageWriter writer(QString::fromStdString(folder.File("p.jpg")), "jpeg");
-    writer.setProgressiveScanWrite(true);
-    ASSERT_TRUE(writer.write(Quarters(90, 70)));
-    EXPECT_TRUE(ReadPicture(folder.File("p.jpg"), {0, 0}));
-    // The headers of square photographs in three colours of the same fineness; one pass for all colours, or for one.
-    const auto square = [&](const char* kind, const char* side, const std::string& pass) {
-        return ReadPictureSize(
-            folder.Write("square.jpg", std::string("\xFF\xD8\xFF") + kind + std::string("\0\x11\x08", 3) + side + side +
-                                           std::string("\3\1\x11\0\2\x11\0\3\x11\0\xFF\xDA", 12) + pass));
+// The headers of photographs, up to the passes whose coefficients would have to be kept.
+TEST(Pictures, APhotographWhosePassesWouldFillTheMemoryIsRefused) {
+    const TempFolder folder;
+    const std::string all("\xFF\xDA\0\x0C\3\1\0\2\0\3\0\0\x3F\0", 14), one("\xFF\xDA\0\x08\1\1\0\0\x3F\0", 10);
+    const std::string grey("\xFF\xC0\0\x0B\x08\x75\x30\x75\x30\1\1\x11\0\xFF\xDA\0\x08\1\1\0\0\x3F\0", 23);
+    const auto frame = [](char kind, int sampling, int width, int height) {
+        const auto big = [](int value) { return std::string{char(value >> 8), char(value)}; };
+        return std::string{char(0xFF), kind} + std::string("\0\x11\x08", 3) + big(height) + big(width) + "\3\1" +
+               char(sampling) + std::string("\0\2\x11\0\3\x11\0", 7);
     };
-    const std::string all("\0\x0C\3\1\0\2\0\3\0\0\x3F\0", 12), one("\0\x08\1\1\0\0\x3F\0", 8);
-    EXPECT_TRUE(square("\xC0", "\x75\x30", all));  // 30000 pixels, row by row
-    EXPECT_FALSE(square("\xC0", "\x75\x30", one));
-    EXPECT_FALSE(square("\xC2", "\x75\x30", all));  // progressive
-    EXPECT_TRUE(square("\xC2", "\x15\x30", all));   // 5424 pixels
+    const std::string tables("\xFF\xC4\0\x0B\x08\x75\x30\x75\x30\1\1\x11\0\xFF\xFF\xE0\0\4ab", 20);
+    const std::tuple<std::string, bool> headers[] = {
+        {frame('\xC0', 0x11, 30000, 30000) + all, true},  // row by row
+        {frame('\xC0', 0x11, 30000, 30000) + one, false},
+        {frame('\xC1', 0x11, 30000, 30000) + tables + one, false},
+        {tables + frame('\xC2', 0x11, 30000, 30000) + all, false},
+        {frame('\xC2', 0x11, 7471, 7471) + all, true},  // 934 units of 8 pixels, in each 3 times 128 bytes
+        {frame('\xC2', 0x11, 7472, 7472) + all, false},
+        {frame('\xC2', 0x22, 10559, 10559) + all, true},  // 660 of 16, 6 times
+        {frame('\xC2', 0x22, 10560, 10560) + all, false},
+        {frame('\xC2', 0x21, 52415, 1599) + all, true},  // 3276 of 16 by 200 of 8, 4 times
+        {frame('\xC2', 0x21, 52416, 1599) + all, false},
+        {frame('\xC2', 0x12, 1599, 52415) + all, true},
+        {frame('\xC2', 0x12, 1599, 52416) + all, false},
+        {grey, true},
+    };
+    std::string is, shouldBe;
+    for (const auto& [header, readable] : headers) {
+        is += ReadPictureSize(folder.Write("p.jpg", "\xFF\xD8" + header)) ? '+' : '-';
+        shouldBe += readable ? '+' : '-';
+    }
+    EXPECT_EQ(is, shouldBe);
 }
 
-TEST(Pictures, AFileNameIsItsBytes) {
-    const ScratchFolder folder;
-    const std::string path = folder.Write("foto \xE7\xFF.bmp", Bmp(1, 1, std::string("\x01\x02\x03\0", 4)));
-    EXPECT_EQ(ReadPictureSize(path), (Size{1, 1}));
+// A picture decoded in a yield is handed out once, for the size it was decoded for; a yield inside leaves it alone.
+TEST(Pictures, WhatAYieldHasDecodedIsThereOnceAndForThatSizeOnly) {
+    QtFixture fixture;
+    const TempFolder folder;
+    const std::string outer = folder.Write("outer", Jpeg(300, 300)), inner = folder.Write("inner", Gif(9, 9, "GIF89a"));
+    const auto isReady = [](const std::string& path, Size least) {
+        std::filesystem::rename(path, path + "-");
+        const bool ready = LoadPicture(path, least).has_value();
+        std::filesystem::rename(path + "-", path);
+        return ready;
+    };
+    std::string log;
+    QTimer::singleShot(0, [&] {
+        DoEventsDecoding(inner, {3, 3});
+        log += isReady(inner, {3, 3}) ? "inner " : "-";
+    });
+    DoEventsDecoding(outer, {150, 100}, [] { return true; });
+    for (int i = 0; i < 2; ++i) log += isReady(outer, {150, 100}) ? "outer " : "- ";
+    DoEventsDecoding(outer, {150, 100});
+    for (const Size least : {Size{150, 101}, {150, 100}}) log += isReady(outer, least) ? "size " : "- ";
+    DoEventsDecoding(outer, {150, 100});
+    log += isReady(inner, {150, 100}) ? "path " : "- ";
+    for (int asks : {0, 1}) {
+        DoEventsDecoding(outer, {150, 100}, [&] { return asks-- > 0; });
+        log += isReady(outer, {150, 100}) ? "unwanted " : "- ";
+    }
+    EXPECT_EQ(log, "inner outer - - - - - - ");
+    EXPECT_EQ(PictureSize(outer), (Size{300, 300}));
 }

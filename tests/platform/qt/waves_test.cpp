@@ -1,61 +1,116 @@
-// Wave files as the device takes them.
+// Wave files as the device takes them, and what the device gets.
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
+#include "platform/qt/sound/sound.h"
 #include "platform/qt/sound/wave_reader.h"
+#include "tests/platform/qt/fixture.h"
 
 namespace {
 
-std::string Little(uint32_t value, int bytes) {
+std::string Little(int64_t value, int bytes) {
     std::string text;
     for (int i = 0; i < bytes; ++i) text += char(value >> 8 * i & 255);
     return text;
 }
 
 std::string Chunk(const std::string& name, const std::string& body) {
-    return name + Little(uint32_t(body.size()), 4) + body + std::string(body.size() % 2, '\0');
+    return name + Little(int64_t(body.size()), 4) + body + std::string(body.size() % 2, '\0');
 }
 
-std::string Format(int channels, int rate, int bits) {
-    return Little(1, 2) + Little(uint32_t(channels), 2) + Little(uint32_t(rate), 4) + Little(0, 4) + Little(0, 2) +
-           Little(uint32_t(bits), 2);
+std::string Format(int kind, int channels, int rate, int bits) {
+    return Chunk("fmt ", Little(kind, 2) + Little(channels, 2) + Little(rate, 4) + Little(0, 6) + Little(bits, 2));
 }
 
-std::vector<int16_t> Read(const std::string& chunks, int rate) {
-    const std::string file = "RIFF" + Little(uint32_t(chunks.size() + 4), 4) + "WAVE" + chunks;
-    return ReadWave(std::as_bytes(std::span(file.data(), file.size())), rate);
+std::string File(const std::string& chunks, const std::string& form = "WAVE") {
+    return "RIFF" + Little(int64_t(chunks.size() + 4), 4) + form + chunks;
 }
+
+std::span<const std::byte> Bytes(const std::string& file) { return std::as_bytes(std::span(file.data(), file.size())); }
 
 }  // namespace
 
-TEST(Waves, EightBitsAreSilentAtTheirMiddle) {
-    EXPECT_EQ(Read(Chunk("fmt ", Format(1, 8000, 8)) + Chunk("data", "\x80\xFF\x7F"), 8000),
-              (std::vector<int16_t>{0, 127 * 256, -256}));
+// Every sample from the two that lie round its moment, reckoned one by one; a frame that is cut off does not count.
+TEST(Waves, SamplesAreMixedAndMovedToTheDevicesRateByStraightLines) {
+    std::minstd_rand random(3);
+    for (int round = 0; round < 300; ++round) {
+        const int channels = 1 + int(random() % 8), width = 1 + int(random() % 2);
+        const int rates[] = {1000, 8000, 11025, 22050, 44100, 384000};
+        const int from = rates[random() % 6], to = rates[1 + random() % 5];
+        std::string data(random() % 150, '\0');
+        for (char& byte : data) byte = char(random());
+        std::string format = Format(1, channels, from, width * 8) + (round % 3 ? "" : Chunk("LIST", "odd"));
+        if (round % 5 == 0) format = Chunk("fmt ", format.substr(8, 16) + "\1\1");
+        const std::string chunk = round % 7 ? Chunk("data", data) : "data" + Little(5000, 4) + data;
+        const std::string file = File(round % 7 && round % 2 ? chunk + format : format + chunk);
+
+        std::vector<double> frames;
+        for (size_t at = 0; at + size_t(channels * width) <= data.size(); at += size_t(channels * width)) {
+            double sum = 0;
+            for (int c = 0; c < channels; ++c) {
+                const size_t place = at + size_t(c * width);
+                sum += width == 1 ? (uint8_t(data[place]) - 128) * 256
+                                  : int16_t(uint16_t(uint8_t(data[place]) | uint8_t(data[place + 1]) << 8));
+            }
+            frames.push_back(sum / channels);
+        }
+        std::vector<double> expected(frames.size() * size_t(to) / size_t(from));
+        for (size_t i = 0; i < expected.size(); ++i) {
+            const int64_t moment = int64_t(i) * from;
+            const double next = frames[std::min(size_t(moment / to) + 1, frames.size() - 1)];
+            const double last = frames[std::min(size_t(moment / to), frames.size() - 1)];
+            expected[i] = last + (next - last) * double(moment % to) / to;
+        }
+        const std::vector<int16_t> read = ReadWave(Bytes(file), to);
+        ASSERT_EQ(read.size(), expected.size()) << round;
+        for (size_t i = 0; i < read.size(); ++i) ASSERT_NEAR(read[i], expected[i], 0.51) << round << ": " << i;
+    }
 }
 
-TEST(Waves, AnotherRateIsReachedByStraightLines) {
-    const std::string data = Little(0, 2) + Little(100, 2) + Little(300, 2);
-    EXPECT_EQ(Read(Chunk("fmt ", Format(1, 11025, 16)) + Chunk("data", data), 22050),
-              (std::vector<int16_t>{0, 50, 100, 200, 300, 300}));
-    EXPECT_EQ(Read(Chunk("fmt ", Format(1, 44100, 16)) + Chunk("data", data + data), 22050),
-              (std::vector<int16_t>{0, 300, 100}));
+TEST(Waves, WhatIsNoSoundOrOfAnotherKindPlaysNothing) {
+    const std::string good = Format(1, 1, 8000, 8), data = Chunk("data", "abcdefghijklmnopqrstuvwx");
+    for (const std::string& file :
+         {std::string(), File(good), File(data), File(good + data, "AVI "), "X" + File(good + data),
+          File(Chunk("fmt ", "too short") + data), File(Format(2, 1, 8000, 8) + data), File(good + "data"),
+          File(Format(1, 0, 8000, 8) + data), File(Format(1, 9, 8000, 8) + data), File(Format(1, 1, 999, 8) + data),
+          File(Format(1, 1, 384001, 8) + data), File(Format(1, 1, 8000, 24) + data)})
+        EXPECT_TRUE(ReadWave(Bytes(file), 8000).empty()) << file;
+    EXPECT_TRUE(ReadWave(Bytes(File(good + data)), 0).empty());
+    EXPECT_EQ(ReadWave(Bytes(File(good + data)), 8000).size(), 24u);
 }
 
-TEST(Waves, OtherChunksLongFormatsAndOddLengthsAreTaken) {
-    const std::string sound = Chunk("fmt ", Format(1, 8000, 8) + Little(0, 2));
-    EXPECT_EQ(Read(sound + Chunk("LIST", "odd") + Chunk("data", "\x80\x81\x82"), 8000),
-              (std::vector<int16_t>{0, 256, 512}));
-    // More data promised than there is.
-    EXPECT_EQ(Read(sound + "data" + Little(5000, 4) + "\x81\x82", 8000), (std::vector<int16_t>{256, 512}));
-}
-
-TEST(Waves, WhatIsNoSoundPlaysNothing) {
-    for (const std::string& chunks :
-         {std::string(), Chunk("data", "\x80\x81"), Chunk("fmt ", "short") + Chunk("data", "\x80"),
-          Chunk("fmt ", Format(0, 8000, 8)) + Chunk("data", "\x80"),
-          Chunk("fmt ", Format(1, 8000, 24)) + Chunk("data", "abcdef"),
-          Chunk("fmt ", Format(1, 0, 8)) + Chunk("data", "\x80"), Chunk("fmt ", Format(1, 8000, 8)) + "data"})
-        EXPECT_TRUE(Read(chunks, 8000).empty()) << chunks;
-    EXPECT_TRUE(ReadWave({}, 44100).empty());
+// On a device that writes to a file.
+TEST(Waves, TheDeviceGetsAWaveWholeUntilAnotherCutsItOff) {
+    const TempFolder folder;
+    qputenv("SDL_AUDIODRIVER", "disk");
+    qputenv("SDL_DISKAUDIODELAY", "1");
+    qputenv("SDL_DISKAUDIOFILE", (folder / "heard").c_str());
+    const auto wave = [](char sample, size_t length) {
+        return File(Format(1, 1, 44100, 8) + Chunk("data", std::string(length, sample)));
+    };
+    static const std::string whole = wave('\x90', 3000), endless = wave('\xA0', 4'000'000), last = wave('\xB0', 100);
+    const auto heard = [&](int16_t sample) {
+        const std::string bytes = folder.Read("heard");
+        int64_t count = 0;
+        for (size_t i = 0; i + 1 < bytes.size(); i += 2) count += bytes[i] == 0 && bytes[i + 1] == char(sample);
+        return count;
+    };
+    QtSound sound;
+    sound.Play(Bytes(whole));  // before there is a device: nothing
+    sound.Open();
+    sound.Open();
+    ASSERT_TRUE(Comes([&] { return folder.Read("heard").size() > 2000; }));
+    EXPECT_EQ(heard(0x10), 0);
+    sound.Play({});
+    for (int times = 1; times < 3; ++times) {
+        sound.Play(Bytes(whole));
+        EXPECT_TRUE(Comes([&] { return heard(0x10) == 3000 * times; }));
+    }
+    sound.Play(Bytes(endless));
+    EXPECT_TRUE(Comes([&] { return heard(0x20) > 1000; }));
+    sound.Play(Bytes(last));
+    EXPECT_TRUE(Comes([&] { return heard(0x30) == 100; }));
+    EXPECT_LT(heard(0x20), 4'000'000);
 }
