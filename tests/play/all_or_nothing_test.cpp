@@ -29,7 +29,7 @@ protected:
         play.main.picScreen.Image.Cls();
         play.main.Centralize();
         play.main.SetState(WindowState::Maximized);
-        cleared = play.Snapshot();
+        if (cleared.empty()) cleared = play.Snapshot();
         play.main.DeliverState(WindowState::Normal);
         play.main.HScroll1.DeliverValue(40, false);
         play.main.VScroll1.DeliverValue(30, false);
@@ -55,7 +55,7 @@ protected:
         EXPECT_EQ(said, message.empty() ? "" : message + std::to_string(style));
     }
 
-    GameFixture play{{640, 480}};
+    GameFixture play{{480, 360}};
     State expected, cleared;
 };
 INSTANTIATE_TEST_SUITE_P(Over, AllOrNothing, testing::Values("a running game", "given up", "no game"));
@@ -73,7 +73,7 @@ TEST_P(AllOrNothing, AStartThatFails) {
         Prepare();
         std::string path = c.picture.width ? play.AddPicture(c.name, c.picture) : play.folder.Write("broken.bmp", "");
         play.desktop.Post([&] {
-            EXPECT_EQ(CurrentSizes(), SizesOfLevel(1, 640));
+            EXPECT_EQ(CurrentSizes(), SizesOfLevel(1, 480));
             auto& dialog = dynamic_cast<frmThumbs&>(*play.desktop.shown.back());
             int16_t index = 1;
             c.name.empty() ? dialog.Unload() : dialog.StartGame(index, path);

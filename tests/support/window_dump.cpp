@@ -127,9 +127,10 @@ std::string Changes(const State& before, const State& now) {
     for (const auto& [name, value] : now)
         if (const auto old = before.find(name); old == before.end() || old->second != value)
             text += name + ": " + value + "\n";
-    for (const auto& [name, value] : before)
-        if (!now.contains(name)) text += name + ": gone\n";
-    return text;
+    std::string gone;
+    for (const auto& entry : before)
+        if (!now.contains(entry.first)) gone += " " + entry.first;
+    return text + (gone.empty() ? "" : "gone:" + gone + "\n");
 }
 
 std::string PixelsOf(const Surface& surface) {
@@ -141,6 +142,8 @@ std::string PixelsOf(const Surface& surface) {
             for (int x = 0; x < stored.width; ++x) mix = (mix ^ surface.Row(y)[x]) * 16777619u;
     }
     std::ostringstream out;
-    out << surface.Width() << "x" << surface.Height() << (surface.IsUniform() ? " all " : " #") << std::hex << mix;
+    out << surface.Width() << "x" << surface.Height();
+    if (surface.PixelDensity() != Density{}) out << " times " << surface.PixelDensity().PerUnit();
+    out << (surface.IsUniform() ? " all " : " #") << std::hex << mix;
     return out.str();
 }

@@ -7,7 +7,7 @@
 
 class YieldingDesktop : public HeadlessDesktop {
 public:
-    YieldingDesktop() { PuzzleModule::ResetState(); }
+    explicit YieldingDesktop(Size screen = {1366, 768}) : HeadlessDesktop(screen) { PuzzleModule::ResetState(); }
 
     int yields = 0;
     std::function<void(int yield)> onYield;
@@ -20,15 +20,16 @@ public:
 
     std::function<void(Form&)> whenStanding;
     void RunModal(Form& form) override {
-        form.OnActivate = [this, &form, activate = form.OnActivate] {
-            activate();
-            if (whenStanding && form.IsShown()) Post([this, &form] { whenStanding(form); });
+        form.OnActivate = [this, &form, activate = form.OnActivate, stands = false]() mutable {
+            if (activate) activate();
+            if (whenStanding && form.IsShown() && !std::exchange(stands, true))
+                Post([this, &form] { whenStanding(form); });
         };
         HeadlessDesktop::RunModal(form);
     }
 
-    // A picture without a file.
-    void Add(const std::string& path, Size natural) {
-        pictures[path] = {natural, [](Size size) { return PatternSurface(size); }};
+    // A picture whose decoding takes so long; its file need not exist.
+    void Add(const std::string& path, Size natural, double seconds = 0) {
+        pictures[path] = {natural, [this, seconds](Size size) { return Advance(seconds), PatternSurface(size); }};
     }
 };
