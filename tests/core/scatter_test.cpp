@@ -1,5 +1,7 @@
+// The scatter, number by number as it is drawn.
 #include "core/scatter.h"
 
+#include <cmath>
 #include <set>
 
 #include "platform/system/random.h"
@@ -8,68 +10,63 @@
 namespace PuzzleModule {
 namespace {
 
-class Scatter : public testing::Test {
-protected:
-    SmallGame game{4, 5, 8, 6};
-    Scatter() { SeedRandom(20240229); }
-    ~Scatter() override { SeedFromClock(); }
+// The coordinate on the pitch of drops; one that 16 bits do not hold leaves the one before.
+int16_t Snapped(double place, int16_t before) {
+    const double whole = std::nearbyint(place);
+    return int16_t(11 * std::nearbyint(((std::abs(whole) < 32768 ? whole : before) - 20) / 11));
+}
 
-    ScatterView Run(double left, double top, double width) {
-        const Surface& master = game.surfaces.picMaster;
-        const ScatterView view{left, top, width, master.Width(), master.Height()};
-        ScatterPieces(view, game.surfaces.picTmp);
-        return view;
-    }
-};
-
-// The snap takes 15 to 25 pixels off a lattice point, so a point is known to that much.
-TEST_F(Scatter, LeavesTheCornerClearAndStandsOnThePitchOfDrops) {
-    for (const int unit : AllUnits)
-        for (const int16_t gap : {int16_t{1}, int16_t{3}}) {
-            game.Cut(unit, 5, 7, 5);
-            ScatterGap = gap;
-            const ScatterView view = Run(-261, -190, 1003);
-            std::set<std::pair<int, int>> places;
-            for (const PieceRec& p : Pieces) {
-                EXPECT_EQ(p.X % 11, 0);
-                EXPECT_EQ(p.Y % 11, 0);
-                const double x = p.X + view.BoardLeft, y = p.Y + view.BoardTop;
-                EXPECT_FALSE(x + 25 - CellSize < view.MasterWidth && y + 25 - CellSize < view.MasterHeight);
-                EXPECT_LE(x + 15 + CellSize, view.WindowWidth);
-                EXPECT_TRUE(places.insert({p.X, p.Y}).second) << "two pieces on one place";
+void ScatterLiterally(const ScatterView& view, Surface& scratch) {
+    const auto step = [] { return CellSize + ScatterGap * TileUnit + 1 + std::floor(2 * Rnd()); };
+    const int last = UpperBound();
+    std::set<int> used;
+    double x = 0, y = 0;
+    for (int i = 0; i <= last; ++i) {
+        int element = 0;
+        while (!used.insert(element).second) element = 1 + int(Rnd() * last);
+        do {
+            if (x == 0) x = y = 2 * TileUnit;
+            x += step();
+            if (x + CellSize > view.WindowWidth) {
+                y += step();
+                x = TileUnit;
             }
-        }
-}
-
-TEST_F(Scatter, EveryOtherElementComesToEveryPlace) {
-    game.Cut(4, 1, 2, 2);
-    std::set<std::vector<int>> orders;
-    for (int run = 0; run < 200; ++run) {
-        Run(0, 0, 2000);
-        ASSERT_LT(Pieces[0].X, std::min({Pieces[1].X, Pieces[2].X, Pieces[3].X}));
-        orders.insert({Pieces[1].X < Pieces[2].X, Pieces[2].X < Pieces[3].X, Pieces[1].X < Pieces[3].X});
+        } while (x - CellSize < view.MasterWidth && y - CellSize < view.MasterHeight);
+        PieceRec& piece = Pieces[size_t(element)];
+        piece.X = Snapped(x - view.BoardLeft, piece.X);
+        piece.Y = Snapped(y - view.BoardTop, piece.Y);
     }
-    EXPECT_EQ(orders.size(), 6u);
-}
-
-TEST_F(Scatter, TurnsByTheChosenLevelAndNeverTheLastElement) {
-    for (const int16_t level : {int16_t{0}, int16_t{1}, int16_t{3}, int16_t{4}, int16_t{5}}) {
-        game.Cut(4, 5, 8, 6);
-        ChosenLevel = level;
-        for (int run = 0; run < 5; ++run) Run(0, 0, 900);
-        const bool turned = std::ranges::any_of(Pieces, [](const PieceRec& p) { return p.Rotation != 0; });
-        EXPECT_EQ(turned, level >= 3) << level;
-        EXPECT_EQ(Pieces.back().Rotation, 0);
+    const double share = GameLevel == 0 ? 0.2 : GameLevel == 1 ? 0.5 : 0.7;
+    for (int turns = int(Rnd() * last * share); turns >= 0; --turns) {
+        const int element = int(Rnd() * last);
+        if (ChosenLevel > 1) RotatePiece(int16_t(element), scratch);
     }
 }
 
-TEST_F(Scatter, EndsInWindowsNarrowerThanACell) {
-    for (const double width : {0.0, 1.0, 43.0, 60.0}) {
-        Run(0, 0, width);
-        std::set<int> rows;
-        for (const PieceRec& p : Pieces) rows.insert(p.Y);
-        EXPECT_EQ(rows.size(), Pieces.size()) << "one piece a row";
+TEST(Scatter, DrawsItsNumbersInTheirOrder) {
+    const uint32_t seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::minstd_rand random(seed);
+    const auto below = [&](int bound) { return int(random() % uint32_t(bound)); };
+    SmallGame game;
+    for (int run = 0; run < 120; ++run) {
+        game.Cut(AllUnits[below(5)], 5, 2 + below(8), 2 + below(6));
+        ScatterGap = int16_t(1 + below(3));
+        GameLevel = int16_t(below(6));
+        ChosenLevel = int16_t(below(6));
+        const Surface& master = game.surfaces.picMaster;
+        // Windows narrower than a cell, and boards whose places 16 bits do not hold.
+        const ScatterView view{-below(run % 9 == 0 ? 33000 : 500) - 0.5, -below(run % 7 == 0 ? 33000 : 500) / 2.0,
+                               double(below(run % 5 == 0 ? 60 : 2000)), master.Width(), master.Height()};
+        const std::vector<PieceRec> before = Pieces;
+        SeedRandom(seed + unsigned(run));
+        ScatterPieces(view, game.surfaces.picTmp);
+        const std::vector<PieceRec> mine = std::exchange(Pieces, before);
+        SeedRandom(seed + unsigned(run));
+        ScatterLiterally(view, game.surfaces.picTmp);
+        ASSERT_EQ(mine, Pieces) << run << ": " << view.BoardLeft << ", " << view.BoardTop << " " << view.WindowWidth;
     }
+    SeedFromClock();
 }
 
 }  // namespace
