@@ -22,60 +22,28 @@ inline void Take(int j) {
 
 inline bool Free(int j) { return j >= 0 && !Pieces[size_t(j)].InGroup && Pieces[size_t(j)].Rotation == 0; }
 
-void JoinLeft(int i), JoinRight(int i), JoinUp(int i), JoinDown(int i);
+enum Way { Left, Right, Up, Down };
 
-inline void JoinLeft(int i) {
+inline void Join(int i, Way way) {
+    constexpr int Across[] = {-1, 1, 0, 0}, Below[] = {0, 0, -1, 1};
+    constexpr Way Crossing[][2] = {{Up, Down}, {Up, Down}, {Right, Left}, {Left, Right}};
     for (;;) {
         const PieceRec& a = Pieces[size_t(i)];
-        if (a.Col < 1) return;
-        const int j = Search(a.PieceId - 1, i);
+        const int col = a.Col + Across[way], row = a.Row + Below[way];
+        if (col < 0 || row < 0 || col >= GridCols || row >= GridRows) return;
+        const int j = Search(a.PieceId + Across[way] + Below[way] * GridCols, i);
         if (!Free(j)) return;
         const PieceRec& b = Pieces[size_t(j)];
-        if (b.Col != a.Col - 1 || b.Row != a.Row || b.X != a.X - CellSize || b.Y != a.Y) return;
-        Take(j), JoinUp(j), JoinDown(j);
+        if (b.Col != col || b.Row != row) return;
+        if (b.X != a.X + Across[way] * CellSize || b.Y != a.Y + Below[way] * CellSize) return;
+        Take(j);
+        for (const Way crossing : Crossing[way]) Join(j, crossing);
         i = j;
     }
 }
 
-inline void JoinRight(int i) {
-    for (;;) {
-        const PieceRec& a = Pieces[size_t(i)];
-        if (a.Col >= GridCols - 1) return;
-        const int j = Search(a.PieceId + 1, i);
-        if (!Free(j)) return;
-        const PieceRec& b = Pieces[size_t(j)];
-        if (b.Col != a.Col + 1 || b.Row != a.Row || b.X != a.X + CellSize || b.Y != a.Y) return;
-        Take(j), JoinUp(j), JoinDown(j);
-        i = j;
-    }
+inline void CollectGroup(int i) {
+    for (const Way way : {Left, Right, Up, Down}) Join(i, way);
 }
-
-inline void JoinUp(int i) {
-    for (;;) {
-        const PieceRec& a = Pieces[size_t(i)];
-        if (a.Row < 1) return;
-        const int j = Search(a.PieceId - GridCols, i);
-        if (!Free(j)) return;
-        const PieceRec& b = Pieces[size_t(j)];
-        if (b.Col != a.Col || b.Row != a.Row - 1 || b.Y != a.Y - CellSize || b.X != a.X) return;
-        Take(j), JoinRight(j), JoinLeft(j);
-        i = j;
-    }
-}
-
-inline void JoinDown(int i) {
-    for (;;) {
-        const PieceRec& a = Pieces[size_t(i)];
-        if (a.Row >= GridRows - 1) return;
-        const int j = Search(a.PieceId + GridCols, i);
-        if (!Free(j)) return;
-        const PieceRec& b = Pieces[size_t(j)];
-        if (b.Col != a.Col || b.Row != a.Row + 1 || b.Y != a.Y + CellSize || b.X != a.X) return;
-        Take(j), JoinLeft(j), JoinRight(j);
-        i = j;
-    }
-}
-
-inline void CollectGroup(int i) { JoinLeft(i), JoinRight(i), JoinUp(i), JoinDown(i); }
 
 }  // namespace literal
