@@ -32,6 +32,8 @@ public:
 
     // What there is to see; a step tells of what it has changed.
     std::function<State()> state = [] { return State(); };
+    // The desktop's, if what stands there is to be heard, and goes.
+    std::vector<std::string>* log = nullptr;
     // What differs at every run, and what stands for it.
     std::pair<std::string, std::string> changing;
 
@@ -44,12 +46,14 @@ public:
     }
     template <typename Act>
     void Step(const std::string& words, Act act) {
+        Listen();
         const std::string before = std::exchange(heard_, "");  // of a step in whose midst this one comes
         std::string answer;
         if constexpr (std::is_void_v<decltype(act())>)
             act();
         else
             answer = " -> " + testing::PrintToString(act());
+        Listen();
         Write(words + std::exchange(drawn_, "") + answer + std::exchange(heard_, before));
         State now = state();
         std::istringstream changes(Changes(shown_, now));
@@ -74,6 +78,10 @@ public:
     }
 
 private:
+    void Listen() {
+        if (!log) return;
+        for (const std::string& entry : std::exchange(*log, {})) Hear(entry);
+    }
     std::string text_, heard_, drawn_;
     State shown_;
     std::mt19937 dice_;

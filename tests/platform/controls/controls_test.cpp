@@ -45,6 +45,7 @@ protected:
         form.OnLoad = Heard("load"), form.OnActivate = Heard("activate"), form.OnResize = Heard("resize");
         form.OnUnload = Heard("unload"), form.OnMenu = Heard("some menu");
         form.Place(0, 0, 300 * 15, 200 * 15);
+        transcript.log = &desktop.log;
         transcript.state = [this] {
             State all;
             for (Control* control : controls) Describe(*control, all), All(*control, all);
@@ -214,7 +215,6 @@ TEST_F(Controls, FormsAndMenusKeepTheirOrder) {
     controls = {&scaled};
     DO(scaled.Unload(), scaled.Place(15, 30, 1500, 750), scaled.DeliverFrame());
     DO(scaled.CenterOnScreen());
-    DO(testing::PrintToString(std::exchange(desktop.log, {})));
 
     // A modal form ends after every routine of its own, wherever it was closed.
     Form outer("outer", "", ScaleMode::Twips, FormBorder::FixedDialog),
@@ -230,7 +230,6 @@ TEST_F(Controls, FormsAndMenusKeepTheirOrder) {
     ok.Click = [&] { DO(show(inner)), DO(DoEvents(), outer.Unload(), ok.DeliverClick()); };
     DO(desktop.PostInput([&] { ok.DeliverClick(); }), show(outer));
     DO(show(outer), show(inner), desktop.modalTrouble);
-    DO(testing::PrintToString(desktop.log));
     PropertyBag bag;
     DO(bag.WriteProperty("a", 5, 7), bag.WriteProperty("b", 7, 7), bag.Holds("a") && !bag.Holds("b"));
     DO(std::get<int>(*bag.ReadProperty("a", 7)) * 10 + std::get<int>(*bag.ReadProperty("b", 9)));

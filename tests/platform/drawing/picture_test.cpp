@@ -60,8 +60,9 @@ TEST(Bmp, IsWrittenAndReadPixelForPixelInEveryFormAndRefusedInAnyOther) {
                                                 {10, 56}, {14, -1},        {14, 39},    {14, 41}};
     for (const auto& change : cases)
         EXPECT_FALSE(DecodeBmp(Bytes(With(good, {change})))) << change.first << ": " << change.second;
-    for (const int32_t side : {32767, 32768})
-        EXPECT_EQ(BmpSize(Bytes(With(good, {{18, side}}))).has_value(), side < 32768);
+    for (const size_t at : {18, 22})
+        for (const int32_t side : {32767, 32768})
+            EXPECT_EQ(BmpSize(Bytes(With(good, {{at, side}}))).has_value(), side < 32768);
 }
 
 TEST(LoadPicture, NothingButARegularFileReachesTheDesktop) {
