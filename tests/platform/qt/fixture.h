@@ -8,9 +8,20 @@
 
 class QtFixture {
 public:
+    // Of a machine that is the same everywhere.
+    struct Desktop : QtDesktop {
+        std::vector<Volume> Volumes() override {
+            return {{"/", "Computador", Volume::Kind::Computer},
+                    {"/home/a<b", "Pasta pessoal", Volume::Kind::Home},
+                    {"/home/a<b/Fotos", "Minhas imagens", Volume::Kind::Pictures},
+                    {"/jogo", "Imagens", Volume::Kind::GamePictures},
+                    {"/media/x", "x"}};
+        }
+    };
+
     QtFixture() : before_(InstallBackend(&desktop)) {}
     ~QtFixture() { InstallBackend(before_); }
-    QtDesktop desktop;
+    Desktop desktop;
 
 private:
     Backend* before_;

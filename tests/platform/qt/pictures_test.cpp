@@ -57,7 +57,8 @@ const Kind Kinds[] = {
 // A bitmap of random rows; a few of them if `most` says so.
 std::string Bitmap(const Kind& kind, int width, int height, size_t most = SIZE_MAX) {
     std::string rest = Little(width) + Little(height) + Little(1, 2) + Little(kind.bits, 2) +
-                       Little(kind.masks.empty() ? 0 : 3) + std::string(20, '\0'), masks;
+                       Little(kind.masks.empty() ? 0 : 3) + std::string(20, '\0'),
+                masks;
     for (const uint32_t mask : kind.masks) masks += Little(mask);
     if (kind.header > 64) rest += masks;
     rest.resize(kind.header - 4, '\0');
@@ -131,16 +132,16 @@ struct Model {
     std::string Reduced(Size least, int64_t from) const {
         const bool all = least.width <= 0 || least.height <= 0;
         int eighths = jpeg && !all ? 1 : 8;
-        while (eighths < 8 && (Part(whole.width(), eighths) < least.width || Part(whole.height(), eighths) < least.height))
+        while (eighths < 8 &&
+               (Part(whole.width(), eighths) < least.width || Part(whole.height(), eighths) < least.height))
             ++eighths;
         const QImage image = eighths < 8 ? Decoded(eighths) : whole;
         QImage flat(image.size(), QImage::Format_RGB32);
         flat.fill(Qt::white);
         QPainter(&flat).drawImage(0, 0, image);
         const int width = flat.width(), height = flat.height();
-        const int side = width * height < from || all
-                             ? 1
-                             : std::clamp(std::min(width / least.width, height / least.height), 1, 64);
+        const int side =
+            width * height < from || all ? 1 : std::clamp(std::min(width / least.width, height / least.height), 1, 64);
         Surface means((width + side - 1) / side, (height + side - 1) / side);
         Pixel* out = means.DrawAll();
         for (int y = 0; y < height; y += side)
@@ -206,8 +207,13 @@ TEST(Pictures, EveryFileIsTheLibrarysPictureReducedAtAnyPace) {
         const Size whole{model.whole.width(), model.whole.height()};
         ASSERT_TRUE(model.whole.isNull() || ReadPictureSize(model.path) == whole) << model.path;
         const Model& other = models[random_() % models.size()];
-        for (const Size least : {Size{0, 0}, {1, 1}, whole, {whole.width / 2 + 1, whole.height / 2},
-                                 {whole.width / 5 + 1, whole.height / 7 + 1}, {whole.width + 3, 1}, {0, 5}}) {
+        for (const Size least : {Size{0, 0},
+                                 {1, 1},
+                                 whole,
+                                 {whole.width / 2 + 1, whole.height / 2},
+                                 {whole.width / 5 + 1, whole.height / 7 + 1},
+                                 {whole.width + 3, 1},
+                                 {0, 5}}) {
             const int64_t froms[] = {1, whole.width * whole.height, whole.width * whole.height + 1, ReducedFrom};
             if (!model.whole.isNull()) model.Check(other, least, froms[random_() % 4]);
         }
