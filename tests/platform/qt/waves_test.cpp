@@ -97,7 +97,7 @@ TEST(Waves, TheDeviceGetsAWaveWholeUntilAnotherCutsItOff) {
         for (size_t i = 0; i + 1 < bytes.size(); i += 2) count += bytes[i] == 0 && bytes[i + 1] == char(sample);
         return count;
     };
-    QtSound sound;
+    static QtSound sound;  // lives as long as the device
     sound.Play(Bytes(whole));  // before there is a device: nothing
     sound.Open();
     sound.Open();
