@@ -191,6 +191,7 @@ TEST_F(Painting, PlacesHaveIconsOnADesktopWithoutAny) {
     const QIcon own(QPixmap::fromImage(all));
     QApplication::setWindowIcon(own);
     EXPECT_EQ(PlaceIcon(Volume::Kind::GamePictures, *QApplication::style()).cacheKey(), own.cacheKey());
+    QApplication::setWindowIcon({});
 }
 
 // Where the ink of a text lies; what does not fit is drawn together until it does.
