@@ -65,7 +65,10 @@ Color ShownColor(Color color) { return ToColor(ToPixel(ResolveColor(color))); }
 
 void StoreCustomColors() {
     std::string joined;
-    for (const Color color : CustomColors) joined += (joined.empty() ? "" : ",") + std::to_string(color);
+    for (const Color color : CustomColors) {
+        if (!joined.empty()) joined += ',';
+        joined += std::to_string(color);
+    }
     (void)SaveSetting(AppEXEName(), "cDialog", "RegColors", joined);
 }
 
@@ -102,7 +105,7 @@ std::string TrimNull(const std::string& Text) { return Text.substr(0, Text.find(
 
 std::string ChangeExtension(const std::string& FileName, std::string& Extension) {
     const int16_t dot = vb5::InStrRev(FileName, ".");
-    if (!Extension.empty()) Extension.insert(0, ".");
+    if (!Extension.empty()) Extension.insert(Extension.begin(), '.');
     return (dot > 0 ? std::string(FirstCharacters(FileName, size_t(dot) - 1)) : FileName) + Extension;
 }
 
