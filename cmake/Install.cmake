@@ -1,4 +1,4 @@
-# What is installed and where, the Debian package, and the files beside the program in a build tree.
+# What is installed and where, the Debian package, the folder for Windows, and the files beside the program in a build tree.
 include(GNUInstallDirs)
 
 set(FENTO_SHARE ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
@@ -21,6 +21,10 @@ if(TARGET fento-lira-master)
   add_custom_target(beside_program DEPENDS ${FENTO_BESIDE})
   add_dependencies(fento-lira-master beside_program)
 
+  if(WIN32)
+    include(cmake/InstallWindows.cmake)
+    return()
+  endif()
   install(TARGETS fento-lira-master RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 endif()
 
