@@ -1,17 +1,17 @@
 #include "tests/support/game_fixture.h"
 
-#include <cstdlib>
 #include <sstream>
 #include <stdexcept>
 
 #include "core/board/composer.h"
 #include "core/pieces.h"
 #include "platform/system/files.h"
+#include "tests/support/scoped_variable.h"
 
 using namespace PuzzleModule;
 
 GameFixture::Environment::Environment(const TempFolder& folder) {
-    setenv("XDG_CONFIG_HOME", (folder / "settings").c_str(), 1);
+    SetVariable(SettingsVariable, (folder / "settings").c_str());
     ResetState();
 }
 

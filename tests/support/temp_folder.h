@@ -1,53 +1,66 @@
 // A folder of its own for one test, gone with everything in it at the end.
 #pragma once
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include "platform/system/paths.h"
+
+// A path as the standard library takes it: byte for byte, or from UTF-8 on Windows.
+inline std::filesystem::path Native(std::string_view path) { return std::u8string(path.begin(), path.end()); }
+
+// A path written with '/' as this system writes it.
+inline std::string Local(std::string path) {
+    std::ranges::replace(path, '/', PathSeparator);
+    return path;
+}
+
 class TempFolder {
 public:
     TempFolder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "fento-test-XXXXXX").string();
-        if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
-        path_ = pattern;
+        const std::string name = "fento-test-" + std::to_string(std::random_device{}());
+        const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
+        if (!std::filesystem::create_directory(folder)) throw std::runtime_error("no temporary folder");
+        path_ = folder.string();
     }
     ~TempFolder() {
         std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
+        std::filesystem::remove_all(Native(path_), ignored);
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
     // Without and with a closing separator.
     const std::string& Path() const { return path_; }
-    std::string WithSlash() const { return path_ + "/"; }
+    std::string WithSlash() const { return path_ + PathSeparator; }
 
-    // The full path of an entry that may or may not exist.
-    std::string operator/(std::string_view name) const { return path_ + "/" + std::string(name); }
+    // The full path of an entry that may or may not exist; `name` with '/'.
+    std::string operator/(std::string_view name) const { return WithSlash() + Local(std::string(name)); }
 
     // Writes a file, with the folders it needs, and returns its full path.
     std::string Write(std::string_view name, std::string_view bytes) const {
         const std::string full = *this / name;
-        std::filesystem::create_directories(std::filesystem::path(full).parent_path());
-        std::ofstream(full, std::ios::binary) << bytes;
+        std::filesystem::create_directories(Native(full).parent_path());
+        std::ofstream(Native(full), std::ios::binary) << bytes;
         return full;
     }
     std::string MakeFolder(std::string_view name) const {
-        std::filesystem::create_directories(*this / name);
+        std::filesystem::create_directories(Native(*this / name));
         return *this / name;
     }
     // The bytes of a file; empty if it cannot be read.
     std::string Read(std::string_view name) const {
-        std::ifstream in(*this / name, std::ios::binary);
+        std::ifstream in(Native(*this / name), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    bool Has(std::string_view name) const { return std::filesystem::exists(*this / name); }
+    bool Has(std::string_view name) const { return std::filesystem::exists(Native(*this / name)); }
     int Entries() const {
-        return int(std::distance(std::filesystem::directory_iterator(path_), std::filesystem::directory_iterator()));
+        return int(std::distance(std::filesystem::directory_iterator(Native(path_)), {}));
     }
 
 private:
