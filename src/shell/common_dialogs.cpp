@@ -52,27 +52,28 @@ void ShowFileDialog(bool save) {
 }
 
 void ReadCustomColors() {
-    CustomColors.fill(White);
     const std::string stored = GetSetting(AppEXEName(), "cDialog", "RegColors", "Key");
-    if (stored == "Key") return;
-    const std::vector<std::string> fields = vb5::Split(stored, ",");
-    for (size_t i = 0; i < CustomColors.size() && i < fields.size(); ++i)
-        CustomColors[i] = ToInteger(fields[i]).value_or(White);
+    CustomColors = ColorsOf(stored == "Key" ? "" : stored);
 }
 
 // What the screen shows of a colour: one of the desktop's own is looked up, bits beyond the 24 have no meaning.
 Color ShownColor(Color color) { return ToColor(ToPixel(ResolveColor(color))); }
 
-void StoreCustomColors() {
-    std::string joined;
-    for (const Color color : CustomColors) {
-        if (!joined.empty()) joined += ',';
-        joined += std::to_string(color);
-    }
-    (void)SaveSetting(AppEXEName(), "cDialog", "RegColors", joined);
+}  // namespace
+
+std::array<Color, 16> ColorsOf(const std::string& text) {
+    std::array<Color, 16> colors{};
+    colors.fill(White);
+    const std::vector<std::string> fields = vb5::Split(text, ",");
+    for (size_t i = 0; i < colors.size() && i < fields.size(); ++i) colors[i] = ToInteger(fields[i]).value_or(White);
+    return colors;
 }
 
-}  // namespace
+std::string TextOf(const std::array<Color, 16>& colors) {
+    std::string joined;
+    for (const Color color : colors) joined += (joined.empty() ? "" : ",") + std::to_string(color);
+    return joined;
+}
 
 void ShowOpen() { ShowFileDialog(false); }
 
@@ -97,7 +98,7 @@ Color ShowColor(Form& /*Owner: the desktop's dialogs belong to its active window
     // A colour that the player has left alone goes back as it was stored.
     for (size_t i = 0; i < chosen.size(); ++i)
         if (chosen[i] != shown[i]) CustomColors[i] = chosen[i];
-    StoreCustomColors();
+    (void)SaveSetting(AppEXEName(), "cDialog", "RegColors", TextOf(CustomColors));
     return result;
 }
 

@@ -38,6 +38,10 @@ void PrepareSavedGameDialog();
 Color ShowColor(Form& Owner, Color InitialColor, bool FullOpen);
 extern std::array<Color, 16> CustomColors;
 
+// The custom colours as they are stored: numbers joined by ",". One that is missing or no number is white.
+std::array<Color, 16> ColorsOf(const std::string& text);
+std::string TextOf(const std::array<Color, 16>& colors);
+
 // `Text` up to its first NUL.
 std::string TrimNull(const std::string& Text);
 

@@ -54,6 +54,7 @@ bool IsInput(QEvent::Type type) {
 }  // namespace
 
 QtDesktop::QtDesktop() {
+    decoder_.setMaxThreadCount(1);
     FormWindow::Activated = [this](FormWindow& window) { NoteActivation(window); };
     qApp->setQuitOnLastWindowClosed(false);
     qApp->installEventFilter(this);

@@ -2,7 +2,7 @@
 //
 //   desktop.cpp      message loop, timers, clock, end
 //   windows.cpp      windows shown and hidden, their states and activation
-//   decoding.cpp     pictures decoded between the events
+//   decoding.cpp     pictures decoded beside the events
 //   drag.cpp         dragging a box or a window
 //   dialogs.cpp      boxes, the colour dialog, running a dialog
 //   file_dialog.cpp  opening and saving files
@@ -14,6 +14,7 @@
 #include <QPoint>
 #include <QPointer>
 #include <QString>
+#include <QThreadPool>
 #include <functional>
 #include <map>
 #include <memory>
@@ -86,6 +87,8 @@ private:
         Size atLeast;
         std::optional<Picture> picture;
     };
+    struct Decoding;
+    void DropUnwanted();
     // Runs `dialog` over the active window, which keeps its style sheet to itself.
     int RunDialog(QDialog& dialog);
     void ShowWindow(FormWindow& window, bool modal);
@@ -96,12 +99,14 @@ private:
     void AwaitFirstPaint(QEventLoop::ProcessEventsFlags flags);
 
     std::map<Timer*, QTimer*> timers_;
-    std::vector<ModalLoop> modal_;  // innermost last
-    const Form* active_ = nullptr;  // the form that was told last that it is active
-    int discarding_ = 0;            // yields under way in which input is thrown away
-    int keeping_ = 0;               // and in which it waits
-    QPoint pressedAt_;              // where on the desktop a button was last pressed
-    std::optional<Decoded> decoded_;  // during a yield, not yet asked for
+    std::vector<ModalLoop> modal_;                      // innermost last
+    const Form* active_ = nullptr;                      // the form that was told last that it is active
+    int discarding_ = 0;                                // yields under way in which input is thrown away
+    int keeping_ = 0;                                   // and in which it waits
+    QPoint pressedAt_;                                  // where on the desktop a button was last pressed
+    std::optional<Decoded> decoded_;                    // during a yield, not yet asked for
+    std::vector<std::shared_ptr<Decoding>> decodings_;  // yields under way, innermost last
+    QThreadPool decoder_;                               // one thread
     QString skin_;
     QtSound sound_;
 };

@@ -11,13 +11,18 @@
 
 #include "platform/drawing/picture.h"
 #include "platform/qt/pictures/bmp_bands.h"
+#include "platform/qt/pictures/jpeg_head.h"
+#include "platform/qt/pictures/stoppable_file.h"
 #include "platform/system/files.h"
 
 namespace {
 
-constexpr int64_t LargestImage = 400ll << 20;         // bytes that one decoded picture may take
+constexpr int64_t LargestPicture = 105'000'000;       // pixels
+constexpr int64_t LargestGif = 32'000'000;            // pixels
+constexpr int64_t LargestImage = 256ll << 20;         // bytes that one decoded picture may take
 constexpr int LongestSide = 65'535;                   // what JPG and GIF can have; beyond it only a trap
-constexpr int64_t LargestCoefficients = 320ll << 20;  // bytes that a JPEG may take that is not decoded row by row
+constexpr int MostPasses = 100;                       // of a JPEG; usual are ten
+constexpr int64_t LargestCoefficients = 300ll << 20;  // bytes that a JPEG may take that is not decoded row by row
 
 // The three formats by their first bytes; what is behind another name counts for nothing.
 const char* FormatOf(QIODevice& file) {
@@ -28,65 +33,25 @@ const char* FormatOf(QIODevice& file) {
     return nullptr;
 }
 
-int Big16(const QByteArray& bytes, qsizetype at) { return uint8_t(bytes[at]) << 8 | uint8_t(bytes[at + 1]); }
-
-// Bytes of the coefficients that the decoder of a JPEG keeps in memory, whatever size it is asked for: all of them
-// where the picture comes in several passes (progressive, or one colour after the other), else none. Reads on from
-// the file's start up to the first pass.
-int64_t CoefficientBytes(QIODevice& file) {
-    int64_t bytes = 0;
-    int colours = 0;
-    bool progressive = false;
-    for (qint64 at = 2; file.seek(at);) {
-        const QByteArray head = file.read(4);
-        if (head.size() < 4 || uint8_t(head[0]) != 0xFF) return 0;
-        const int marker = uint8_t(head[1]);
-        if (marker == 0xFF) {  // fill before a marker
-            ++at;
-            continue;
-        }
-        const QByteArray body = file.read(std::max(0, Big16(head, 2) - 2));
-        at += 2 + Big16(head, 2);
-        const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-        if (frame && body.size() >= 6) {
-            progressive = marker == 0xC2 || marker == 0xC6 || marker == 0xCA || marker == 0xCE;
-            colours = uint8_t(body[5]);
-            if (body.size() < 6 + 3 * colours) return 0;
-            int across = 1, down = 1;
-            for (int i = 0; i < colours; ++i) {
-                across = std::max(across, uint8_t(body[7 + 3 * i]) >> 4);
-                down = std::max(down, uint8_t(body[7 + 3 * i]) & 15);
-            }
-            const int64_t unitsAcross = Big16(body, 3) / (8 * across) + 1, unitsDown = Big16(body, 1) / (8 * down) + 1;
-            bytes = 0;
-            for (int i = 0; i < colours; ++i)
-                bytes +=
-                    unitsAcross * unitsDown * (uint8_t(body[7 + 3 * i]) >> 4) * (uint8_t(body[7 + 3 * i]) & 15) * 128;
-        } else if (marker == 0xDA) {
-            return progressive || (!body.isEmpty() && uint8_t(body[0]) < colours) ? bytes : 0;
-        }
-    }
-    return 0;
+// A GIF is decoded whole, and a second time where its first frame asks to be taken back.
+bool IsBearableGif(QIODevice& file) {
+    const QByteArray begin = file.peek(10);
+    const auto side = [&begin](qsizetype at) { return int64_t(uint8_t(begin[at]) | uint8_t(begin[at + 1]) << 8); };
+    return begin.size() == 10 && side(6) * side(8) <= LargestGif;
 }
 
 // One open picture file, its header read.
 class PictureFile {
 public:
-    PictureFile(const std::string& path, Pace& pace) : device_(file_, pace), pace_(pace) {
+    PictureFile(const std::string& path, std::stop_token stop) : device_(file_, stop), stop_(std::move(stop)) {
         static const bool once = [] {
             QLoggingCategory::setFilterRules("qt.gui.imageio*=false");
-            QImageReader::setAllocationLimit(1024);
+            QImageReader::setAllocationLimit(int(LargestImage >> 20));
             return true;
         }();
         (void)once;
         const int file = OpenRegular(path);
-        if (file < 0 || !file_.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) return;
-        format_ = FormatOf(device_);
-        if (!format_) return;
-        if (Jpeg() && CoefficientBytes(device_) > LargestCoefficients) {
-            format_ = nullptr;
-            return;
-        }
+        if (file < 0 || !file_.open(file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle) || !FindFormat()) return;
         device_.seek(0);
         reader_.setAutoDetectImageFormat(false);
         reader_.setFormat(format_);
@@ -107,12 +72,11 @@ public:
     // The picture at a resolution that suffices for `atLeast`. Nothing if that is too much, the file is no picture, or
     // nobody wants it any more.
     std::optional<Surface> Read(Size atLeast, int64_t reducedFrom) {
-        device_.BeginPauses();
         if (const int side = Reduction(stored_, atLeast, reducedFrom); Bmp() && side > 1 && Affordable(stored_)) {
             const qint64 place = device_.pos();  // where the reader left off
             if (std::optional<BmpBands> bands = BmpBands::In(device_)) {
                 const auto rows = [&bands](int top, int count) { return bands->Rows(top, count); };
-                return Reduced(stored_, side, rows, pace_);
+                return Reduced(stored_, side, rows, stop_);
             }
             device_.seek(place);
         }
@@ -120,10 +84,23 @@ public:
         if (image.isNull()) return std::nullopt;
         const Size size{image.width(), image.height()};
         const auto rows = [&image](int top, int count) { return image.copy(0, top, image.width(), count); };
-        return Reduced(size, Reduction(size, atLeast, reducedFrom), rows, pace_);
+        return Reduced(size, Reduction(size, atLeast, reducedFrom), rows, stop_);
     }
 
 private:
+    // False if the file is none of the three, or one that would take too much.
+    bool FindFormat() {
+        const char* format = FormatOf(device_);
+        if (!format) return false;
+        if (std::strcmp(format, "gif") == 0 && !IsBearableGif(device_)) return false;
+        if (std::strcmp(format, "jpeg") == 0) {
+            const std::optional<JpegHead> head = ReadJpegHead(device_);
+            if (!head || head->coefficientBytes > LargestCoefficients) return false;
+            device_.LimitPasses(head->passesAt, MostPasses);
+        }
+        format_ = format;
+        return true;
+    }
     bool Jpeg() const { return std::strcmp(format_, "jpeg") == 0; }
     bool Bmp() const { return std::strcmp(format_, "bmp") == 0; }
 
@@ -144,17 +121,18 @@ private:
         return {part(stored_.width), part(stored_.height)};
     }
 
-    static bool Affordable(Size size) { return int64_t(size.width) * size.height * 4 <= LargestImage; }
+    static bool Affordable(Size size) { return int64_t(size.width) * size.height <= LargestPicture; }
+    static bool Fits(Size size) { return int64_t(size.width) * size.height * 4 <= LargestImage; }
 
     // A JPEG comes at any eighth of its size for a fraction of the work. The smallest that suffices, or
-    // the largest that is affordable where all of it is too much; 0 if none is.
+    // the largest that fits where all of it is too much; 0 if none is.
     int EighthsFor(Size atLeast) const {
         const bool all = atLeast.width <= 0 || atLeast.height <= 0;
         int best = 0;
         for (int eighths = 1; eighths <= 8; ++eighths) {
             const Size part = Part(eighths);
             // The decoder may go one step further than asked and shrink the result.
-            if (!Affordable(Part(std::min(eighths + 1, 8)))) break;
+            if (!Fits(Part(std::min(eighths + 1, 8)))) break;
             best = eighths;
             if (!all && part.width >= atLeast.width && part.height >= atLeast.height) break;
         }
@@ -162,8 +140,8 @@ private:
     }
 
     QFile file_;
-    PacedFile device_;
-    Pace& pace_;
+    StoppableFile device_;
+    std::stop_token stop_;
     QImageReader reader_;
     const char* format_ = nullptr;
     Size stored_;
@@ -173,19 +151,13 @@ private:
 }  // namespace
 
 std::optional<Size> ReadPictureSize(const std::string& path) {
-    Pace none;
-    const PictureFile file(path, none);
+    const PictureFile file(path, {});
     if (!file.Valid()) return std::nullopt;
     return file.Upright();
 }
 
-std::optional<Picture> ReadPicture(const std::string& path, Size atLeast) {
-    Pace none;
-    return ReadPicture(path, atLeast, none);
-}
-
-std::optional<Picture> ReadPicture(const std::string& path, Size atLeast, Pace& pace, int64_t reducedFrom) {
-    PictureFile file(path, pace);
+std::optional<Picture> ReadPicture(const std::string& path, Size atLeast, std::stop_token stop, int64_t reducedFrom) {
+    PictureFile file(path, std::move(stop));
     if (!file.Valid()) return std::nullopt;
     std::optional<Surface> image = file.Read(atLeast, reducedFrom);
     if (!image) return std::nullopt;

@@ -53,12 +53,12 @@ int Reduction(Size size, Size atLeast, int64_t from) {
     return std::clamp(std::min(size.width / atLeast.width, size.height / atLeast.height), 1, BandRows);
 }
 
-std::optional<Surface> Reduced(Size size, int side, const RowsOfPicture& rowsOf, Pace& pace) {
+std::optional<Surface> Reduced(Size size, int side, const RowsOfPicture& rowsOf, const std::stop_token& stop) {
     Surface surface((size.width + side - 1) / side, (size.height + side - 1) / side);
     Pixel* out = surface.DrawAll();
     const int most = BandRows / side * side;
     for (int top = 0; top < size.height; top += most) {
-        if (!pace.Step()) return std::nullopt;
+        if (stop.stop_requested()) return std::nullopt;
         const QImage rows = rowsOf(top, std::min(most, size.height - top));
         if (rows.isNull()) return std::nullopt;
         const QImage band = OverWhite(rows);

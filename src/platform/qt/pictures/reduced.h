@@ -3,10 +3,10 @@
 #include <QImage>
 #include <functional>
 #include <optional>
+#include <stop_token>
 
 #include "platform/drawing/geometry.h"
 #include "platform/drawing/surface.h"
-#include "platform/qt/pictures/pace.h"
 
 inline constexpr int64_t ReducedFrom = 16'000'000;  // pixels from which a picture is reduced while it is taken over
 
@@ -18,6 +18,6 @@ int Reduction(Size size, Size atLeast, int64_t from = ReducedFrom);
 using RowsOfPicture = std::function<QImage(int top, int count)>;
 
 // The picture with each square of `side` pixels made one, the mean of its colours; opaque, what is transparent over
-// white. Goes by bands of rows, so that a large picture is never in memory twice. Nothing without the rows, or if it is
-// no longer wanted.
-std::optional<Surface> Reduced(Size size, int side, const RowsOfPicture& rowsOf, Pace& pace);
+// white. Goes by bands of rows, so that a large picture is never in memory twice. Nothing without the rows, or if a
+// stop is asked for.
+std::optional<Surface> Reduced(Size size, int side, const RowsOfPicture& rowsOf, const std::stop_token& stop);
