@@ -37,7 +37,7 @@ void FuzzPicture(const std::string& bytes) {
     const auto check = [&size](const std::optional<Picture>& picture, Size atLeast) {
         if (!picture) return;
         Require(size && picture->Natural == *size);
-        const auto [width, height] = picture->Image.Bounds().GetSize();
+        const int width = picture->Image.Width(), height = picture->Image.Height();
         Require(width > 0 && width <= size->width + 1 && height > 0 && height <= size->height + 1);
         Require(width >= std::min(atLeast.width, size->width) && height >= std::min(atLeast.height, size->height));
     };

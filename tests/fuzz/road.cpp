@@ -1,9 +1,6 @@
 // The whole road of a saved game: chosen in the menu, read, loaded, composed, saved again, and that one loaded.
-#include <unistd.h>
-
-#include "core/board/draw_board.h"
+#include "core/saved_game.h"
 #include "tests/fuzz/readers.h"
-#include "tests/reference/literal_board.h"
 #include "tests/support/game_fixture.h"
 
 using namespace PuzzleModule;
@@ -11,25 +8,23 @@ using namespace PuzzleModule;
 namespace {
 
 struct Desk : GameFixture {
-    Desk() : GameFixture({800, 600}) { MkDir(folder / "Save"); }
-    std::string picture = AddPicture("p.jpg", {260, 180}), file = folder / "a.pzl", saved = folder / "b.pzl";
+    Desk() : GameFixture({320, 240}) {}
+    std::string picture = AddPicture("p.jpg", {130, 90});
 
-    bool Load(const std::string& path) {
+    bool Load(const char* name) {
         GameRunning = false;
-        desktop.fileAnswers.assign(1, path);
+        desktop.fileAnswers.assign(1, folder / name);
         main.mnuLoadGame_Click();
         return GameRunning;
     }
-    State WithoutOrder() {
-        (void)SortPieces();
-        DrawBoard(main.picScreen.Image, main.Surfaces.picBG);
-        State state = Snapshot();
-        for (const char* name : {"PictureWidth", "PictureHeight", "picMaster"}) state.erase(name);
-        for (auto& [name, text] : state)
-            if (name.starts_with("piece")) text.resize(text.rfind(' '));
-        return state;
-    }
 };
+
+// What counts of the game on the board; the fitting may have changed the size at which the picture is painted.
+std::string TheGame() {
+    std::optional<SavedGame> game = GameToSave();
+    if (game) game->PictureWidth = game->PictureHeight = 1;
+    return game ? FormatSavedGame(*game).value_or("") : "";
+}
 
 }  // namespace
 
@@ -41,13 +36,9 @@ void FuzzRoad(const std::string& bytes) {
     if (text.substr(line, 1) == "@") text.replace(line, 1, desk.picture);
     desk.folder.Write("a.pzl", text);
     desk.desktop.log.clear(), desk.desktop.boxes.clear(), desk.desktop.fileRequests.clear();
-    if (!desk.Load(desk.file)) return;
-    const Surface& shown = desk.main.picScreen.Image;
-    Surface model(shown.Width(), shown.Height());
-    reference::DrawBoard(model, desk.main.Surfaces.picBG);
-    Require(GameFixture::HashOf(model) == desk.ShownBoard());
-    const auto first = desk.WithoutOrder();
-    desk.desktop.fileAnswers.assign(1, desk.saved);
+    if (!desk.Load("a.pzl")) return;
+    const std::string loaded = TheGame();
+    desk.desktop.fileAnswers.assign(1, desk.folder / "b.pzl");
     desk.main.mnuSaveGame_Click();
-    Require(desk.Load(desk.saved) && desk.WithoutOrder() == first);
+    Require(desk.Load("b.pzl") && !loaded.empty() && TheGame() == loaded);
 }

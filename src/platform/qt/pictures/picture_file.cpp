@@ -111,7 +111,10 @@ private:
             const Size part = Part(eighths);
             reader_.setScaledSize({part.width, part.height});
         }
-        return reader_.read();
+        const QImage image = reader_.read();
+        // A GIF may be told to be of another size than it is decoded at.
+        const Size told = Upright(), is{image.width(), image.height()};
+        return eighths == 8 && is != told ? QImage() : image;
     }
 
     Size Turned(Size size) const { return turned_ ? Size{size.height, size.width} : size; }
