@@ -233,6 +233,9 @@ TEST(Pictures, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {
     folder.Write("short.jpg", "\xFF\xD8\xFF\xE0");
     folder.Write("short.gif", "GIF89a");
     folder.Write("short.bmp", "BM");
+    // A screen of 65,340 pixels across and a frame of 60: the reader tells the one and decodes the other.
+    folder.Write("told.gif", std::string("GIF89a\x3C\xFF\x1A\0\x80\0\0\0\0\0\xFF\xFF\xFF,", 20) +
+                                 std::string("\0\0\0\0\x3C\0\x1A\0\0\2\2\x4C\1\0;", 15));
     folder.Write("none.bmp", Bitmap(Kinds[0], 0, 0));
     folder.Write("no rows.bmp", Bitmap(Kinds[0], 9, 0, 64));
     folder.Write("long.bmp", Bitmap(Kinds[0], 65536, 1, 64));
