@@ -16,6 +16,7 @@ endif()
 # Where systems differ, a source comes as a pair, NAME_posix.cpp and NAME_windows.cpp.
 if(WIN32)
   set(FENTO_SYSTEM windows)
+  add_compile_definitions(WIN32_LEAN_AND_MEAN NOMINMAX)  # some names of the whole header are ours as well
 else()
   set(FENTO_SYSTEM posix)
 endif()

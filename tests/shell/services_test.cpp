@@ -88,7 +88,7 @@ TEST_F(Services, SoundsAreThoseOfTheProgramAndOnlyWhenSwitchedOn) {
 }
 
 TEST_F(Services, TheProgramsFolderAndItsCopiesFollowAnUpgradeAndLeaveThePlayersFiles) {
-    const ScopedVariable dataHome("XDG_DATA_HOME", folder / "home/data");
+    const ScopedVariable dataHome(DataVariable, folder / "home/data");
     transcript.changing = {folder.Path(), "FOLDER"};
     transcript.state = [&] {
         State all;

@@ -34,7 +34,7 @@ struct ShellWindows : testing::Test {
     ~ShellWindows() override { PuzzleModule::ResetState(); }
 
     TempFolder folder;
-    ScopedVariable configuration{"XDG_CONFIG_HOME", folder / "config"};
+    ScopedVariable configuration{SettingsVariable, folder / "config"};
     HeadlessDesktop desktop;
     Transcript transcript;
     Form main{"frmMain", "", ScaleMode::Pixels, FormBorder::Sizable};

@@ -11,8 +11,19 @@
 
 #include "platform/system/paths.h"
 
+#ifndef _WIN32
+#include <sys/stat.h>
+#endif
+
 // A path as the standard library takes it: byte for byte, or from UTF-8 on Windows.
 inline std::filesystem::path Native(std::string_view path) { return std::u8string(path.begin(), path.end()); }
+
+// A part of a name that is hard on programs: bytes that are no text, or letters of no code page.
+#ifdef _WIN32
+inline const std::string OddName = "ma\u00E7\u00E3 \u65E5\u672C";
+#else
+inline const std::string OddName = "\xFF\xFE \xE7";
+#endif
 
 // A path written with '/' as this system writes it.
 inline std::string Local(std::string path) {
@@ -53,15 +64,23 @@ public:
         std::filesystem::create_directories(Native(*this / name));
         return *this / name;
     }
+    // What would hold up who opens it for reading. A folder where there is no such thing.
+    std::string MakeFifo(std::string_view name) const {
+#ifdef _WIN32
+        return MakeFolder(name);
+#else
+        const std::string full = *this / name;
+        if (mkfifo(full.c_str(), 0600) != 0) throw std::runtime_error("no FIFO");
+        return full;
+#endif
+    }
     // The bytes of a file; empty if it cannot be read.
     std::string Read(std::string_view name) const {
         std::ifstream in(Native(*this / name), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
     bool Has(std::string_view name) const { return std::filesystem::exists(Native(*this / name)); }
-    int Entries() const {
-        return int(std::distance(std::filesystem::directory_iterator(Native(path_)), {}));
-    }
+    int Entries() const { return int(std::distance(std::filesystem::directory_iterator(Native(path_)), {})); }
 
 private:
     std::string path_;

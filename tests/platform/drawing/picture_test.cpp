@@ -2,7 +2,6 @@
 #include "platform/drawing/picture.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include "platform/drawing/bmp.h"
 #include "platform/headless/desktop.h"
@@ -68,9 +67,9 @@ TEST(Bmp, IsWrittenAndReadPixelForPixelInEveryFormAndRefusedInAnyOther) {
 TEST(LoadPicture, NothingButARegularFileReachesTheDesktop) {
     const TempFolder folder;
     HeadlessDesktop desktop;
-    const std::string fifo = folder / "fifo.bmp", missing = folder / "missing.bmp";
-    ASSERT_EQ(mkfifo(fifo.c_str(), 0600), 0);
-    const std::string paths[] = {fifo, folder.MakeFolder("folder.bmp"), folder.Write("file.bmp", ""), missing};
+    const std::string missing = folder / "missing.bmp";
+    const std::string paths[] = {folder.MakeFifo("fifo.bmp"), folder.MakeFolder("folder.bmp"),
+                                 folder.Write("file.bmp", ""), missing};
     for (const std::string& path : paths) {
         desktop.pictures[path] = {{4, 3}, [](Size) { return Surface(4, 3); }};
         desktop.log.clear();

@@ -94,7 +94,7 @@ TEST(ProfileFile, NothingIsReplacedThatCannotBeRead) {
 
 TEST(UserSettings, AreKeptByApplicationAndSection) {
     TempFolder folder;
-    const ScopedVariable home("XDG_CONFIG_HOME", folder / "config/");
+    const ScopedVariable home(SettingsVariable, folder / "config/");
     EXPECT_EQ(GetSetting("fento-lira-master", "cDialog", "RegColors", "Key"), "Key");
     EXPECT_EQ(folder.Entries(), 0) << "reading makes nothing";
     EXPECT_TRUE(SaveSetting("fento-lira-master", "cDialog", "RegColors", "1,2"));
@@ -102,13 +102,6 @@ TEST(UserSettings, AreKeptByApplicationAndSection) {
     EXPECT_EQ(GetSetting("fento-lira-master", "cDialog", "RegColors", "Key"), "1,2");
     EXPECT_EQ(GetSetting("other", "cDialog", "RegColors", "Key"), "3");
     EXPECT_TRUE(folder.Has("config/fento-lira-master/settings.ini"));
-}
-
-TEST(UserSettings, HomesFollowTheirVariablesUnlessRelative) {
-    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"),
-        data("XDG_DATA_HOME", "/data/");
-    EXPECT_EQ(ConfigurationHome(), "/home/ana/.config");
-    EXPECT_EQ(DataHome(), "/data");
 }
 
 }  // namespace
