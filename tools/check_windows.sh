@@ -1,7 +1,48 @@
 #!/bin/bash
-# Makes what the program for Windows is built with: Qt and SDL for Windows, and their licences.
-# The first time takes half an hour; build/windows keeps the result.
+# Makes the program for Windows and tries it under wine: its tests, then the packed program in a real window.
+# The first time takes three quarters of an hour, most of it for Qt; build/windows keeps what it makes.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
 bash tools/windows/libraries.sh || exit $?
+need RUN
+out=$PWD/build/windows bad=0
+say "Building the program and its tests for Windows..."
+build_preset windows || exit 1
+
+# step TITLE COMMAND: what the command says last is shown, all of it if it fails.
+step() {
+    local title=$1 start=$SECONDS log
+    shift
+    log=$out/log/$(tr -c 'a-zA-Z0-9\n' _ <<<"$title").log
+    if timeout -k 10 1200 "$@" >"$log" 2>&1 </dev/null; then
+        say "ok      $title ($((SECONDS - start)) s): $(tail -n 1 "$log" | tr -d '\r')"
+    else
+        bad=1
+        say "FAILED  $title (whole log: $log)"
+        tail -n 30 "$log"
+    fi
+}
+end_wine() { wineserver -k -w 2>/dev/null; }
+trap end_wine EXIT
+
+export WINEPREFIX=$out/wine/tests
+for test in "$out"/program/tests/{*,*/*}/*_tests.exe; do
+    [ -e "$test" ] && step "$(basename "$test" .exe)" bash tools/windows/wine.sh "$test" --gtest_brief=1
+done
+step "soak" bash tools/windows/wine.sh "$out/program/tests/rough/soak.exe" 3
+end_wine
+
+step "package" bash tools/windows/package.sh
+sed -n 's/^/        /p' "$out/log/package.log"
+rm -rf "$out/played" && mkdir -p "$out/played" && unzip -q -d "$out/played" "$out"/fento-lira-master-*-windows.zip || exit 1
+build_preset dev fento-lira-master || exit 1
+program="$out/played/Fento-Lira Master/fento-lira-master.exe"
+for script in save_and_help around_the_board pictures both_systems; do
+    export WINEPREFIX=$out/wine/$script
+    mkdir -p "$out/shots/$script"
+    step "real window: $script" python3 "tests/e2e/$script.py" "$program" "$out/shots/$script"
+    end_wine
+done
+[ $bad = 0 ] && say "The program for Windows: $(ls "$out"/fento-lira-master-*-windows.zip)"
+exit $bad

@@ -22,14 +22,19 @@ class Game:
         self.primary = primary or (screen.width, screen.height)
         self.env = dict(screen.env, **({"QT_SCALE_FACTOR": str(scale)} if scale != 1 else {}))
         self.folder = tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
-        self.program = shutil.copy2(program, os.path.join(self.folder, "fento-lira-master"))
+        self.command = [shutil.copy2(program, self.folder)]
+        self.for_windows = program.endswith(".exe")
+        if self.for_windows:  # it has its libraries beside it
+            shutil.copytree(os.path.dirname(program), self.folder, dirs_exist_ok=True,
+                            ignore=shutil.ignore_patterns("Imagens"))
+            self.command.insert(0, os.path.join(os.path.dirname(__file__), "../../tools/windows/wine.sh"))
         skin = os.path.join(os.path.dirname(os.path.abspath(program)), "Puzzle.skn")
         if os.path.exists(skin):
             shutil.copy2(skin, self.folder)
 
     def start(self):
         with open(self.terminal, "wb") as terminal:
-            self.process = self.screen._start([self.program], env=self.env, cwd=self.folder, stdout=terminal,
+            self.process = self.screen._start(self.command, env=self.env, cwd=self.folder, stdout=terminal,
                                               stderr=terminal)
         self.window = wait_for(self._alone, "the main window to be maximised and the splash to go")
         self.screen.window(self.TITLE)

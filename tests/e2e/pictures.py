@@ -87,7 +87,8 @@ def check_thumbnails(game, files, shots, page):
     screen.screenshot(f"{shots}/thumbnails-{page}.png")
     wrong = []
     bottom = screen.place(dialog)[1] + 3460 // 15 - 5  # the second row is cut off by the sheet's frame
-    for number, name in enumerate(os.listdir(folder), 1):  # the file system's own order, as the dialog's
+    names = os.listdir(folder)  # the file system's own order, as the dialog's
+    for number, name in enumerate(sorted(names, key=str.lower) if game.for_windows else names, 1):
         w, h = thumbnail_size(*natural(f"{folder}/{name}"))
         x, y = game.thumbnail(dialog, number)
         width, height = round(w / 15), round(h / 15)

@@ -1,10 +1,9 @@
 #!/bin/bash
-# Runs a program for Windows under wine: wine.sh PROGRAM [ARGUMENT ...]. Each display has a Windows of its own, in
-# build/windows/wine, whose fonts are those of Debian. Beside the program libraries come from where they were made.
+# Runs a program for Windows under wine: wine.sh PROGRAM [ARGUMENT ...]. The Windows it runs on stands in $WINEPREFIX, or
+# in build/windows/wine; one display each. Its fonts are those of Debian.
 root=$(cd "$(dirname "$0")/../.." && pwd) || exit 1
-export WINEPREFIX=$root/build/windows/wine/${DISPLAY:-none} WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
+export WINEPREFIX=${WINEPREFIX:-$root/build/windows/wine/tests} WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
 
-# Windows' own drawing of text and windows needs no display while it is set up, and takes a long way without one.
 set_up() {
     local font
     mkdir -p "$WINEPREFIX" && wine winecfg -v win10 || return 1
@@ -14,13 +13,19 @@ set_up() {
     wineserver -k -w
     touch "$WINEPREFIX/.ready"
 }
-[ -e "$WINEPREFIX/.ready" ] || set_up >/dev/null 2>&1 </dev/null || { echo "wine can't be set up in $WINEPREFIX" >&2; exit 1; }
+if [ ! -e "$WINEPREFIX/.ready" ]; then
+    (unset DISPLAY; set_up) >/dev/null 2>&1 </dev/null || { echo "wine can't be set up in $WINEPREFIX" >&2; exit 1; }
+fi
 
-# wine hides the variables of Linux' own Qt from its programs; what is meant for these bears its prefix.
+# wine keeps the variables of Linux' own Qt from its programs; what is meant for these bears its mark.
 while read -r name; do export "WINE$name=${!name}"; done < <(compgen -e QT_)
-runtime=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
-windows() { local path=$1; printf 'Z:%s' "${path//\//\\}"; }
-export WINEPATH
-WINEPATH="$(windows "$runtime");$(windows /usr/x86_64-w64-mingw32/lib);$(windows "$root/build/windows/libraries/qt6-base/bin")"
-WINEPATH+=";$(windows "$root/build/windows/libraries/libsdl2/bin")"
+# A program that has just been built finds its libraries where they were made; a packed one has them beside it.
+case $(realpath "$1") in
+    "$root"/build/windows/program/*)
+        runtime=$(dirname "$(x86_64-w64-mingw32-g++-posix -print-file-name=libstdc++-6.dll)")
+        for place in "$runtime" /usr/x86_64-w64-mingw32/lib "$root"/build/windows/libraries/{qt6-base,libsdl2}/bin; do
+            WINEPATH+="Z:${place//\//\\};"
+        done
+        export WINEPATH ;;
+esac
 exec wine "$@"
