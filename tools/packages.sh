@@ -17,7 +17,7 @@ FUZZ_PACKAGES="clang libclang-rt-14-dev"
 SOUND_PACKAGES="pulseaudio pulseaudio-utils libxtst6"
 BARE_PACKAGES="debootstrap git"
 # The program for Windows: compiler, sources of the libraries, and what runs the result here.
-WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix dpkg-dev googletest wine wine64 zip unzip"
+WINDOWS_PACKAGES="g++-mingw-w64-x86-64-posix dpkg-dev googletest wine wine64 unzip"
 
 say() { printf '%s\n' "$*"; }
 fail() { printf '%s\n' "$*" >&2; exit 1; }
