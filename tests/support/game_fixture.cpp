@@ -3,9 +3,9 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "core/board/composer.h"
 #include "core/pieces.h"
 #include "platform/system/files.h"
+#include "tests/reference/literal_board.h"
 #include "tests/support/scoped_variable.h"
 
 using namespace PuzzleModule;
@@ -67,62 +67,39 @@ void GameFixture::Solve(int x, int y) {
         }
 }
 
-void GameFixture::SolveAllButLast(int x, int y) {
-    Solve(x, y);
-    Put(GridRows - 1, GridCols - 1, x + (GridCols + 2) * CellSize, y);
-}
-
 GameFixture::Spot GameFixture::Middle(int row, int col) const {
     const PieceRec& piece = Piece(row, col);
     return {float(piece.X + TileSize / 2), float(piece.Y + TileSize / 2)};
 }
 
-void GameFixture::Drag(int row, int col, int x, int y) {
-    const Spot from = Middle(row, col);
-    const Spot to{float(x + TileSize / 2), float(y + TileSize / 2)};
-    Press(from);
-    Move(to);
-    Release(to);
-}
-
-MenuItem& GameFixture::Item(const std::string& name, MenuItem** top) {
-    for (MenuItem& first : main.Menus.Items()) {
-        if (top) *top = &first;
-        if (first.Name() == name) return first;
-        for (MenuItem& item : first.Items()) {
-            if (item.Name() == name) return item;
-            for (MenuItem& below : item.Items())
-                if (below.Name() == name) return below;
-        }
+MenuItem* GameFixture::Find(MenuItem& menu, const std::string& name) {
+    for (MenuItem& item : menu.Items()) {
+        if (item.Name() == name) return &item;
+        if (MenuItem* below = Find(item, name)) return below;
     }
-    throw std::logic_error("no menu item " + name);
+    return nullptr;
 }
 
 void GameFixture::Menu(const std::string& name) {
-    MenuItem* top = nullptr;
-    MenuItem& item = Item(name, &top);
-    if (top != &item) top->DeliverClick();
-    item.DeliverClick();
+    for (MenuItem& top : main.Menus.Items())
+        if (top.Name() == name || Find(top, name)) top.DeliverClick();
+    if (MenuItem* item = Find(main.Menus, name); item && !item->Items().size()) item->DeliverClick();
 }
 
 std::string GameFixture::Sounds() {
-    std::string names;
-    for (const auto& wave : desktop.sounds) {
-        std::string name = "?";
-        for (const auto& [known, called] : {std::pair{&WaveClick, "CLICK"},
-                                            {&WaveGiro, "GIRO"},
-                                            {&WaveComplete, "COMPLETE"},
-                                            {&WaveRotate, "ROTATE"}})
-            if (wave.data() == known->data()) name = called;
-        names += (names.empty() ? "" : " ") + name;
-    }
-    desktop.sounds.clear();
-    return names;
+    const std::map<const std::byte*, std::string> names{{WaveClick.data(), "CLICK "},
+                                                        {WaveGiro.data(), "GIRO "},
+                                                        {WaveComplete.data(), "COMPLETE "},
+                                                        {WaveRotate.data(), "ROTATE "}};
+    std::string started;
+    for (const auto& wave : std::exchange(desktop.sounds, {})) started += names.at(wave.data());
+    return started;
 }
 
 bool GameFixture::ShowsThePieces() const {
     Surface board(main.picScreen.Image.Width(), main.picScreen.Image.Height());
-    BoardComposer().Compose(board, main.Surfaces.picBG);
+    board.SetDensity(main.picScreen.Image.PixelDensity());
+    reference::DrawBoard(board, main.Surfaces.picBG);
     return PixelsOf(board) == PixelsOf(main.picScreen.Image);
 }
 
@@ -139,17 +116,12 @@ State GameFixture::Snapshot() {
     }
     numbers << TileSize << ' ' << CellSize << ' ' << TileUnit << ' ' << ScatterGap << ", grid " << GridCols << ' '
             << GridRows << ", picture " << PictureWidth << ' ' << PictureHeight << ", surfaces "
-            << main.Surfaces.picPat.UBound();
-    state["sizes"] = numbers.str();
+            << main.Surfaces.picPat.UBound() << ", level " << GameLevel << ", dialog " << ThumbsOpen;
+    state["numbers"] = numbers.str();
     state["pile"] = pile.str();
-    const std::pair<const char*, int> values[] = {{"held", PickedPiece},
-                                                  {"level", GameLevel},
-                                                  {"chosen level", ChosenLevel},
-                                                  {"dialog open", ThumbsOpen},
-                                                  {"seconds", ElapsedSeconds},
-                                                  {"running", GameRunning},
-                                                  {"clock runs", main.Timer1.Enabled()},
-                                                  {"panning", main.Panning}};
+    const std::pair<const char*, int> values[] = {{"held", PickedPiece},       {"chosen level", ChosenLevel},
+                                                  {"seconds", ElapsedSeconds}, {"running", GameRunning},
+                                                  {"panning", main.Panning},   {"clock runs", main.Timer1.Enabled()}};
     for (const auto& [name, value] : values) state[name] = std::to_string(value);
     state["board as composed"] = ShowsThePieces() ? "yes" : "no";
     state["strip"] = PixelsOf(main.Surfaces.picMasks[1]);

@@ -40,9 +40,8 @@ public:
     PieceRec& Piece(int row, int col) const { return PuzzleModule::Pieces[size_t(ElementOf(row, col))]; }
     void Put(int row, int col, int x, int y) const;  // its tile's corner
     void Turn(int row, int col, int rotation);       // until it stands so
-    // All pieces upright in their places relative to x, y; all but the last piece but far away.
+    // All pieces upright in their places relative to x, y.
     void Solve(int x, int y);
-    void SolveAllButLast(int x, int y);
 
     // The board's pixel in the middle of a piece's body.
     struct Spot {
@@ -56,22 +55,18 @@ public:
     void Release(Spot at, int16_t button = 1) { main.picScreen.DeliverMouseUp(button, 0, at.x, at.y); }
     void Wheel(double x, double y) { main.picScreen.DeliverWheel({x, y}); }
     void Click(Spot at, int16_t button) { Press(at, button), Release(at, button); }
-    // Takes the piece by its middle and lets it go with its tile's corner at x, y.
-    void Drag(int row, int col, int x, int y);
-
     // Chooses an item as the player does: its top menu opens first. By its name, "mnuNewGame(3)".
     void Menu(const std::string& name);
     // Presses the item's shortcut: no menu opens.
-    void Key(const std::string& name) { Item(name).DeliverClick(); }
-    // An item, and the top menu it stands in.
-    MenuItem& Item(const std::string& name, MenuItem** top = nullptr);
+    void Key(const std::string& name) { Find(main.Menus, name)->DeliverClick(); }
+    static MenuItem* Find(MenuItem& menu, const std::string& name);
 
-    // The names of the waves started since the last call, "CLICK ROTATE".
+    // The names of the waves started since the last call, "CLICK ROTATE ".
     std::string Sounds();
 
     // The whole state by name: records and their surfaces, sizes, clock, paths, every control and menu item.
     State Snapshot();
-    // Whether the board is as a fresh composition shows it.
+    // Whether the board shows the pieces, as the literal model composes them.
     bool ShowsThePieces() const;
 };
 

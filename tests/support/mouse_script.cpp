@@ -21,10 +21,12 @@ public:
         std::istringstream words(line);
         std::string verb;
         words >> verb;
+        rest_.clear();
         std::getline(words >> std::ws, rest_);
         std::istringstream numbers(rest_);
-        given_.assign(4, 0);
-        for (double& number : given_) numbers >> number;
+        given_.clear();
+        for (double number; numbers >> number;) given_.push_back(number);
+        given_.resize(given_.size() + 4);  // 0 where the line says nothing
         if (verb == "screen" || !game_) Begin(verb == "screen" ? Size{N(0), N(1)} : Size{480, 360});
         text_ += "> " + line + "\n";
         try {
@@ -102,18 +104,13 @@ private:
     std::map<std::string, std::function<void()>> Acts() {
         GameFixture& g = *game_;
         YieldingDesktop& desktop = *desktop_;
-        const auto after = [this](size_t word) {
-            size_t at = 0;
-            for (; word > 0; --word) at = rest_.find(' ', at) + 1;
-            return rest_.substr(at);
-        };
         const auto dialog = [&]() -> frmThumbs& { return dynamic_cast<frmThumbs&>(*desktop.shown.back()); };
         const auto sheet = [=]() -> CellSheet& { return dialog().ThumbsCtl1.picInterior; };
         const float x = float(given_[0]), y = float(given_[1]);
         return {
             {"screen", [] {}},
             {"then", [&] { meanwhile_.push_back(rest_); }},
-            {"yield", [&, after] { yieldsLeft_ = N(0), meanwhile_.push_back(after(1)); }},
+            {"yield", [&] { yieldsLeft_ = N(0), meanwhile_.push_back(rest_.substr(2)); }},
             {"game", [&] { NewGame(); }},
             {"put", [&] { g.Put(N(0), N(1), N(2), int(given_[3])); }},
             {"turn", [&] { g.Turn(N(0), N(1), N(2)); }},
@@ -132,13 +129,13 @@ private:
              }},
             {"scroll", [&] { g.main.HScroll1.DeliverValue(N(0), false), g.main.VScroll1.DeliverValue(N(1), false); }},
             {"panel",
-             [&] {
-                 g.main.picStatus.DeliverMouseDown(1, 0, 1, 1), g.main.Picture1.DeliverMouseDown(1, 0, 1, 1);
-                 g.main.imgMaster.DeliverMouseDown(1, 0, 1, 1);
-             }},
+             [&] { g.main.Picture1.DeliverMouseDown(1, 0, 1, 1), g.main.imgMaster.DeliverMouseDown(1, 0, 1, 1); }},
             {"menu", [&] { g.Menu(rest_); }},
             {"key", [&] { g.Key(rest_); }},
-            {"keys", [&] { g.main.DeliverKeyDown(::Key(N(0))); }},
+            {"keys",
+             [&] {
+                 for (size_t i = 0; i + 4 < given_.size(); ++i) g.main.DeliverKeyDown(::Key(N(i))), Note();
+             }},
             {"seconds", [&] { desktop.Advance(given_[0]); }},
             {"resize",
              [&] {
@@ -155,10 +152,10 @@ private:
                  g.main.Form_Load();
              }},
             {"picture",
-             [&, after] {
-                 desktop.Add(g.folder.Write(after(3), std::string(3000, 'x')), {N(0), N(1)}, given_[2]);
+             [&] {
+                 const std::string path = g.folder.Write(rest_.substr(rest_.rfind(' ') + 1), std::string(3000, 'x'));
+                 desktop.Add(path, {N(0), N(1)}, given_[2]);
              }},
-            {"folder", [&] { g.folder.MakeFolder(rest_); }},
             {"open", [&] { dialog().Dir1.SetPath(g.folder / rest_); }},
             {"drive", [&] { dialog().Drive1.DeliverChoice(size_t(N(0))); }},
             {"click", [&] { sheet().DeliverMouseDown(1, 0, x, y), sheet().DeliverMouseUp(1, 0, x, y); }},
@@ -167,7 +164,6 @@ private:
              [&] {
                  sheet().DeliverWheel({0, given_[0]});
              }},
-            {"thumbs", [&] { dialog().ThumbsCtl1.scrThumbs.DeliverValue(N(0), false); }},
             {"ok", [&] { dialog().Command1.DeliverClick(); }},
             {"cancel", [&] { dialog().cmdVoltar.DeliverClick(); }},
             {"activate", [&] { dialog().DeliverActivate(); }},

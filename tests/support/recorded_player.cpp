@@ -1,8 +1,5 @@
-// A player who wins any game with the mouse.
-//
-// He fixes the picture's top-left piece near the corner of the board, then always takes the uppermost piece
-// that is out of place and of which he can see something, so that pieces below others come free in time.
-#include <algorithm>
+// A player who wins any game with the mouse: he lays the picture's top-left piece near the corner of the board, then
+// always takes the uppermost piece out of place of which he can see something, so that those below come free in time.
 #include <optional>
 
 #include "core/mask_strip.h"
@@ -13,69 +10,47 @@ using namespace PuzzleModule;
 
 namespace {
 
-struct Point2 {
-    int x, y;
-};
-
-// The uppermost piece under a point of the board, or -1.
-int PieceAt(Point2 at) {
-    for (int i = 0; i <= UpperBound(); ++i) {
-        const PieceRec& piece = Pieces[size_t(i)];
-        const bool inSquare =
-            at.x >= piece.X && at.x <= piece.X + TileSize && at.y >= piece.Y && at.y <= piece.Y + TileSize;
-        if (inSquare && HitTest(int16_t(i), int16_t(at.x), int16_t(at.y))) return i;
+// Whether element `index` is the uppermost at that point of the board.
+bool IsSeen(int index, int x, int y) {
+    for (int i = 0; i <= index; ++i) {
+        const PieceRec& piece = std::as_const(Pieces)[size_t(i)];
+        const bool inSquare = x >= piece.X && x <= piece.X + TileSize && y >= piece.Y && y <= piece.Y + TileSize;
+        if (inSquare && HitTest(int16_t(i), int16_t(x), int16_t(y))) return i == index;
     }
-    return -1;
+    return false;
 }
 
-// A point of the board where the player sees that piece; near its middle if he can.
-std::optional<Point2> VisiblePoint(const frmMain& main, int index) {
-    const PieceRec& piece = Pieces[size_t(index)];
-    const Rect board = main.picScreen.Image.Bounds();
-    for (int ring = 0; ring <= TileSize / 2; ring += 3)
-        for (int dy = -ring; dy <= ring; dy += 3)
-            for (int dx = -ring; dx <= ring; dx += 3) {
-                if (std::max(std::abs(dx), std::abs(dy)) < ring) continue;
-                const Point2 at{piece.X + TileSize / 2 + dx, piece.Y + TileSize / 2 + dy};
-                if (board.Contains(at.x, at.y) && PieceAt(at) == index) return at;
-            }
-    return std::nullopt;
-}
-
-// Takes a piece, turns it upright and lets it go with its tile's corner at `target`.
-bool Carry(frmMain& main, int index, Point2 target) {
-    const std::optional<Point2> from = VisiblePoint(main, index);
-    if (!from) return false;
-    const PieceRec before = Pieces[size_t(index)];
+// Takes a piece where it is seen, turns it upright and lets it go with its tile's corner at x, y. False if it is not.
+bool Carry(frmMain& main, int index, int x, int y) {
+    const PieceRec piece = std::as_const(Pieces)[size_t(index)];
     PictureBox& board = main.picScreen;
-    board.DeliverMouseDown(1, 0, float(from->x), float(from->y));
-    if (PickedPiece != 0 || Pieces[0].PieceId != before.PieceId) return false;
-    while (Pieces[0].Rotation != 0) {
-        const int16_t rotation = Pieces[0].Rotation;
-        board.DeliverMouseDown(2, 0, float(from->x), float(from->y));
-        board.DeliverMouseUp(2, 0, float(from->x), float(from->y));
-        if (Pieces[0].Rotation == rotation) return false;
-    }
-    const Point2 to{target.x + from->x - before.X, target.y + from->y - before.Y};
-    board.DeliverMouseMove(1, 0, float(to.x - 4), float(to.y + 3));
-    board.DeliverMouseMove(1, 0, float(to.x), float(to.y));
-    board.DeliverMouseUp(1, 0, float(to.x), float(to.y));
-    return true;
+    for (int dy = 0; dy <= TileSize; dy += 3)
+        for (int dx = 0; dx <= TileSize; dx += 3) {
+            if (!board.Image.Bounds().Contains(piece.X + dx, piece.Y + dy)) continue;
+            if (!IsSeen(index, piece.X + dx, piece.Y + dy)) continue;
+            board.DeliverMouseDown(1, 0, float(piece.X + dx), float(piece.Y + dy));
+            for (int turn = piece.Rotation; turn % 4 != 0; ++turn) {
+                board.DeliverMouseDown(2, 0, float(piece.X + dx), float(piece.Y + dy));
+                board.DeliverMouseUp(2, 0, float(piece.X + dx), float(piece.Y + dy));
+            }
+            board.DeliverMouseMove(1, 0, float(x + dx - 4), float(y + dy + 3));
+            board.DeliverMouseUp(1, 0, float(x + dx), float(y + dy));
+            return Pieces[0].PieceId == piece.PieceId && Pieces[0].Rotation == 0;
+        }
+    return false;
 }
 
 int TopLeft() {
-    for (int i = 0; i <= UpperBound(); ++i)
-        if (Pieces[size_t(i)].PieceId == 0) return i;
-    return -1;
+    return int(std::ranges::find(std::as_const(Pieces), 0, &PieceRec::PieceId) - std::as_const(Pieces).begin());
 }
 
-// One piece brought to its place. False if none that is out of place can be seen.
 bool PlaceOne(frmMain& main) {
-    const PieceRec reference = Pieces[size_t(TopLeft())];
+    const PieceRec corner = Pieces[size_t(TopLeft())];
     for (int i = 0; i <= UpperBound(); ++i) {
-        if (IsHome(i, reference.X, reference.Y)) continue;
-        const PieceRec& piece = Pieces[size_t(i)];
-        if (Carry(main, i, {reference.X + piece.Col * CellSize, reference.Y + piece.Row * CellSize})) return true;
+        const PieceRec& piece = std::as_const(Pieces)[size_t(i)];
+        if (!IsHome(i, corner.X, corner.Y) &&
+            Carry(main, i, corner.X + piece.Col * CellSize, corner.Y + piece.Row * CellSize))
+            return true;
     }
     return false;
 }
@@ -83,14 +58,12 @@ bool PlaceOne(frmMain& main) {
 }  // namespace
 
 bool PlayToTheEnd(frmMain& main) {
-    if (!GameRunning || Pieces.empty()) return false;
-    // Where pieces hide below the picture the player carries it away and goes on.
-    const int pitch = SnapPitch();
+    // Where pieces hide below the picture he carries it away and goes on.
     for (int attempt = 0; attempt < 4 && GameRunning; ++attempt) {
-        const int away = attempt * 3 * TileSize / pitch * pitch;
-        if (!Carry(main, TopLeft(), {away, away / 2 / pitch * pitch})) return false;
-        for (int drags = 0; GameRunning && drags <= UpperBound() + 1; ++drags)
-            if (!PlaceOne(main)) break;
+        const int away = attempt * 3 * TileSize / SnapPitch() * SnapPitch();
+        if (!Carry(main, TopLeft(), away, away / 2 / SnapPitch() * SnapPitch())) return false;
+        for (int drags = 0; GameRunning && drags <= UpperBound() + 1 && PlaceOne(main); ++drags) {
+        }
     }
-    return !GameRunning;
+    return !Pieces.empty() && !GameRunning;
 }
