@@ -21,10 +21,10 @@ TEST(Pieces, ShowThePictureInTheirOutlineWhicheverWayTheyAreTurned) {
             const int turns = int(random() % 6), row = i / cols, col = i % cols;
             const int tile = TileForCell(row, col, rows - 1, cols - 1, GameLevel);
             for (int turn = 0; turn < turns; ++turn) RotatePiece(int16_t(i), game.surfaces.picTmp);
-            const PieceRec& piece = std::as_const(Pieces)[size_t(i)];
-            const PieceRec expected{
-                piece.X, piece.Y, int16_t(turns % 4), piece.MaskIndex, int16_t(row), int16_t(col), int16_t(i), 0, 0, 0};
-            EXPECT_EQ(piece, expected);
+            PieceRec piece = std::as_const(Pieces)[size_t(i)], cut;
+            cut.Rotation = int16_t(turns % 4), cut.PieceId = int16_t(i), cut.Row = int16_t(row), cut.Col = int16_t(col);
+            cut.MaskIndex = piece.MaskIndex, cut.X = piece.X, cut.Y = piece.Y;
+            EXPECT_EQ(piece, cut);
             const Surface& surface = std::as_const(game.surfaces.picPat)[i];
             const int side = TileSize * k;
             for (int y = 0; y < side; ++y)
@@ -37,10 +37,10 @@ TEST(Pieces, ShowThePictureInTheirOutlineWhicheverWayTheyAreTurned) {
                     const int atX = col * CellSize - Margin() + from.width / k, lastX = master.Width() - 1;
                     const int atY = row * CellSize - Margin() + from.height / k, lastY = master.Height() - 1;
                     const Size in = atX > lastX && atY > lastY ? Size{} : Size{from.width % k, from.height % k};
-                    const Pixel cut =
+                    const Pixel shown =
                         inside ? master.At(std::min(atX, lastX) * k + in.width, std::min(atY, lastY) * k + in.height)
                                : WhitePixel;
-                    ASSERT_EQ(surface.At(x, y), cut)
+                    ASSERT_EQ(surface.At(x, y), shown)
                         << tile << " at " << x << ", " << y << " of " << TileSize << " after " << turns << " turns";
                 }
         }
@@ -48,22 +48,18 @@ TEST(Pieces, ShowThePictureInTheirOutlineWhicheverWayTheyAreTurned) {
 }
 
 // One column and row beyond the tile read on in the strip; beyond the strip a point lies on the piece.
-TEST(HitTest, FollowsTheStrip) {
-    for (const int unit : {3, 4}) {
-        SmallGame game(unit, 5, 2, 2);
-        const Surface& strip = game.surfaces.picMasks[1];
-        Pieces[0].X = 100, Pieces[0].Y = -30;
-        for (int16_t tile = 0; tile < TileCount; ++tile) {
-            Pieces[0].MaskIndex = tile;
-            for (int y = 0; y <= TileSize; ++y)
-                for (int x = 0; x <= TileSize; ++x) {
-                    const int at = tile * TileSize + x;
-                    const bool hit = !strip.Bounds().Contains(at, y) || strip.At(at, y) == WhitePixel;
-                    ASSERT_EQ(HitTest(0, int16_t(100 + x), int16_t(y - 30)), hit) << tile << " at " << x << ", " << y;
-                }
+TEST(Pieces, AreHitWhereTheStripIsWhite) {
+    SmallGame game(3, 5, 2, 2);
+    const Surface& strip = game.surfaces.picMasks[1];
+    for (int16_t tile = 0; tile < TileCount; ++tile)
+        for (int i = 0; i < (TileSize + 1) * (TileSize + 1); ++i) {
+            const int x = i % (TileSize + 1), y = i / (TileSize + 1), at = tile * TileSize + x;
+            const bool hit = !strip.Bounds().Contains(at, y) || strip.At(at, y) == WhitePixel;
+            Pieces[0].X = 100, Pieces[0].Y = -30, Pieces[0].MaskIndex = tile;
+            ASSERT_EQ(HitTest(0, int16_t(100 + x), int16_t(y - 30)), hit) << tile << " at " << x << ", " << y;
         }
-        EXPECT_TRUE(!HitTest(-1, 0, 0) && !HitTest(4, 0, 0));
-    }
+    EXPECT_FALSE(HitTest(-1, 0, 0) || HitTest(4, 0, 0));
+    EXPECT_TRUE(TurnedTile(-1) == -1 && TurnedTile(TileCount) == TileCount);
 }
 
 }  // namespace

@@ -55,29 +55,10 @@ TEST(SavedGame, IsReadAsWordByWordHoweverItIsSpoilt) {
                 with(1, {other}), with(0, {other});
             const size_t behind = std::isdigit(good[at - 1]) ? at : good.find_first_not_of("0123456789", at);
             if (behind == at || at > 200) continue;
-            for (const char* other : {"-2147483649",
-                                      "-2147483648",
-                                      "-32769",
-                                      "-32768",
-                                      "-1",
-                                      "-0",
-                                      "0",
-                                      "1",
-                                      "2",
-                                      "3",
-                                      "4",
-                                      "5",
-                                      "007",
-                                      "32766",
-                                      "32767",
-                                      "32768",
-                                      "2147483647",
-                                      "2147483648",
-                                      "99999999999999999999",
-                                      "1e1",
-                                      "0x1",
-                                      "-"})
-                with(behind - at, other);
+            std::istringstream others(
+                "-2147483649 -2147483648 -32769 -32768 -1 -0 0 1 2 3 4 5 007 32766 32767 32768 - 0x1 "
+                "2147483647 2147483648 99999999999999999999 1e1");
+            for (std::string other; others >> other;) with(behind - at, other);
             // A picture around its cells: see literal::FitOf.
             for (int length = 20; length < 400 && at < 80; ++length) with(behind - at, std::to_string(length));
         }
@@ -133,13 +114,13 @@ TEST(SavedGame, HasItsPiecesInTheOrderThatExchangesLeave) {
     for (const Size grid : {Size{5, 4}, {104, 2}, {2, 104}, {130, 3}, {2, 2}}) {
         SmallGame small(3, 0, grid.width, grid.height);
         std::shuffle(Pieces.begin(), Pieces.end(), random);
-        ElapsedSeconds = 77, PictureWidth = int16_t(grid.width * 33), PictureHeight = int16_t(grid.height * 33);
         std::vector<PieceRec> pieces = Pieces;
         for (size_t i = 0; i < pieces.size(); ++i)
             for (size_t j = i + 1; j < pieces.size(); ++j)
                 if (pieces[i].Row * 100 + pieces[i].Col > pieces[j].Row * 100 + pieces[j].Col)
                     std::swap(pieces[i], pieces[j]);
-        literal::Saved saved{"", {77, 0, PictureWidth, PictureHeight, 60, 33, 3, 1, 0}};
+        literal::Saved saved{BoardPicturePath = "/a.png",
+                             {ElapsedSeconds = 77, GameLevel, PictureWidth = 7, PictureHeight = 8, 60, 33, 3, 1, 0}};
         for (const PieceRec& p : pieces)
             for (const int number : {p.X, p.Y, p.Col, p.Row, p.Rotation, p.PieceId, p.MaskIndex})
                 saved.numbers.push_back(number);

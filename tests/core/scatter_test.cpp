@@ -10,10 +10,10 @@
 namespace PuzzleModule {
 namespace {
 
-// The coordinate on the pitch of drops; one that 16 bits do not hold leaves the one before.
-int16_t Snapped(double place, int16_t before) {
+// Onto the pitch of drops; a place that 16 bits do not hold leaves the one before.
+void Snap(int16_t& coordinate, double place) {
     const double whole = std::nearbyint(place);
-    return int16_t(11 * std::nearbyint(((std::abs(whole) < 32768 ? whole : before) - 20) / 11));
+    coordinate = int16_t(11 * std::nearbyint(((std::abs(whole) < 32768 ? whole : coordinate) - 20) / 11));
 }
 
 void ScatterLiterally(const ScatterView& view, Surface& scratch) {
@@ -27,14 +27,10 @@ void ScatterLiterally(const ScatterView& view, Surface& scratch) {
         do {
             if (x == 0) x = y = 2 * TileUnit;
             x += step();
-            if (x + CellSize > view.WindowWidth) {
-                y += step();
-                x = TileUnit;
-            }
+            if (x + CellSize > view.WindowWidth) y += step(), x = TileUnit;
         } while (x - CellSize < view.MasterWidth && y - CellSize < view.MasterHeight);
-        PieceRec& piece = Pieces[size_t(element)];
-        piece.X = Snapped(x - view.BoardLeft, piece.X);
-        piece.Y = Snapped(y - view.BoardTop, piece.Y);
+        Snap(Pieces[size_t(element)].X, x - view.BoardLeft);
+        Snap(Pieces[size_t(element)].Y, y - view.BoardTop);
     }
     const double share = GameLevel == 0 ? 0.2 : GameLevel == 1 ? 0.5 : 0.7;
     for (int turns = int(Rnd() * last * share); turns >= 0; --turns) {
@@ -54,17 +50,17 @@ TEST(Scatter, DrawsItsNumbersInTheirOrder) {
         ScatterGap = int16_t(1 + below(3));
         GameLevel = int16_t(below(6));
         ChosenLevel = int16_t(below(6));
-        const Surface& master = game.surfaces.picMaster;
         // Windows narrower than a cell, and boards whose places 16 bits do not hold.
         const ScatterView view{-below(run % 9 == 0 ? 33000 : 500) - 0.5, -below(run % 7 == 0 ? 33000 : 500) / 2.0,
-                               double(below(run % 5 == 0 ? 60 : 2000)), master.Width(), master.Height()};
+                               double(below(run % 5 == 0 ? 60 : 2000)), GridCols * CellSize, GridRows * CellSize};
+        std::vector<PieceRec> results[2];
         const std::vector<PieceRec> before = Pieces;
-        SeedRandom(seed + unsigned(run));
-        ScatterPieces(view, game.surfaces.picTmp);
-        const std::vector<PieceRec> mine = std::exchange(Pieces, before);
-        SeedRandom(seed + unsigned(run));
-        ScatterLiterally(view, game.surfaces.picTmp);
-        ASSERT_EQ(mine, Pieces) << run << ": " << view.BoardLeft << ", " << view.BoardTop << " " << view.WindowWidth;
+        for (const auto scatter : {&ScatterPieces, &ScatterLiterally}) {
+            SeedRandom(seed + unsigned(run));
+            scatter(view, game.surfaces.picTmp);
+            results[scatter == &ScatterPieces] = std::exchange(Pieces, before);
+        }
+        ASSERT_EQ(results[1], results[0]) << run << ": " << view.BoardLeft << ", " << view.BoardTop;
     }
     SeedFromClock();
 }

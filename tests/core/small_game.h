@@ -20,13 +20,12 @@ inline constexpr int AllUnits[] = {3, 4, 5, 6, 8};
 
 // The first pixel in which two surfaces differ, in words; empty if they are the same.
 inline std::string FirstDifference(const Surface& actual, const Surface& expected) {
-    if (actual.Bounds() != expected.Bounds() || actual.PixelDensity() != expected.PixelDensity()) return "sizes differ";
-    const Rect pixels = actual.PixelDensity().Pixels(actual.Bounds());
+    const Rect pixels = actual.PixelBounds();
+    if (pixels != expected.PixelBounds()) return "sizes differ";
     for (int y = 0; y < pixels.height; ++y)
         for (int x = 0; x < pixels.width; ++x)
-            if (actual.At(x, y) != expected.At(x, y))
-                return testing::PrintToString(std::pair{x, y}) + ": " +
-                       testing::PrintToString(std::pair{actual.At(x, y), expected.At(x, y)});
+            if (const Pixel is = actual.At(x, y), should = expected.At(x, y); is != should)
+                return testing::PrintToString(std::array<int64_t, 4>{x, y, is, should});
     return "";
 }
 
@@ -34,12 +33,10 @@ class SmallGame {
 public:
     GameSurfaces surfaces;
 
-    SmallGame() {
+    explicit SmallGame(int unit = 4, int level = 5, int cols = 2, int rows = 2) {
         ResetState();
         Surfaces = &surfaces;
-    }
-    SmallGame(int unit, int level, int cols, int rows, uint32_t seed = 1) : SmallGame() {
-        Cut(unit, level, cols, rows, seed);
+        Cut(unit, level, cols, rows);
     }
     ~SmallGame() {
         Surfaces = nullptr;
@@ -56,19 +53,18 @@ public:
         GridRows = int16_t(rows);
         ScaleMasks(TileSize);
         surfaces.picMaster.Resize(cols * CellSize, rows * CellSize);
-        Pixel* pixels = surfaces.picMaster.DrawAll();
+        const Rect pixels = surfaces.picMaster.PixelBounds();
         std::minstd_rand noise(seed);
-        const Rect stored = surfaces.picMaster.PixelBounds();
-        for (int i = 0; i < stored.width * stored.height; ++i) pixels[i] = OpaqueBits | Pixel(noise());
+        std::generate_n(surfaces.picMaster.DrawAll(), pixels.width * pixels.height,
+                        [&] { return OpaqueBits | noise(); });
         Recut();
     }
     void Recut() {
         CutPieces(surfaces.picMaster, surfaces.picMasks[1], surfaces.picPat);
-        for (PieceRec& piece : Pieces) PutHome(piece);
-    }
-    static void PutHome(PieceRec& piece) {
-        piece.X = int16_t(piece.Col * CellSize - Margin());
-        piece.Y = int16_t(piece.Row * CellSize - Margin());
+        for (PieceRec& piece : Pieces) {
+            piece.X = int16_t(piece.Col * CellSize - Margin());
+            piece.Y = int16_t(piece.Row * CellSize - Margin());
+        }
     }
 
     // The pixels of one tile of the working strip.

@@ -19,10 +19,8 @@ inline int16_t Short(double value) {
 // Both sides times `factor`, as long as `wanted(size)` says so and they become others.
 template <typename Wanted>
 Size Scaled(Size size, double factor, Wanted wanted) {
-    for (Size before; wanted(size) && size != before;) {
+    for (Size before; wanted(size) && size != before; size = {Short(size.width * factor), Short(size.height * factor)})
         before = size;
-        size = {Short(size.width * factor), Short(size.height * factor)};
-    }
     return size;
 }
 
