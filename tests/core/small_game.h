@@ -1,7 +1,6 @@
 // A game without a window: surfaces, sizes and pieces cut from a picture of noise or from one
 // that is easy to look at.
 #pragma once
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <random>
@@ -22,10 +21,9 @@ inline constexpr int AllUnits[] = {3, 4, 5, 6, 8};
 inline std::string FirstDifference(const Surface& actual, const Surface& expected) {
     const Rect pixels = actual.PixelBounds();
     if (pixels != expected.PixelBounds()) return "sizes differ";
-    for (int y = 0; y < pixels.height; ++y)
-        for (int x = 0; x < pixels.width; ++x)
-            if (const Pixel is = actual.At(x, y), should = expected.At(x, y); is != should)
-                return testing::PrintToString(std::array<int64_t, 4>{x, y, is, should});
+    for (int i = 0, x = 0, y = 0; i < pixels.width * pixels.height; ++i, x = i % pixels.width, y = i / pixels.width)
+        if (const Pixel is = actual.At(x, y), should = expected.At(x, y); is != should)
+            return testing::PrintToString(std::array<int64_t, 4>{x, y, is, should});
     return "";
 }
 
@@ -42,8 +40,6 @@ public:
         Surfaces = nullptr;
         ResetState();
     }
-    SmallGame(const SmallGame&) = delete;
-    SmallGame& operator=(const SmallGame&) = delete;
 
     // Cuts a picture of noise, pixel by pixel; all pieces at home, the first cell's corner at 0, 0.
     void Cut(int unit, int level, int cols, int rows, uint32_t seed = 1) {

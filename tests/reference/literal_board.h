@@ -8,15 +8,15 @@
 
 namespace reference {
 
+using namespace PuzzleModule;
+
 inline void BlitTile(Surface& dest, const PieceRec& piece, int offset, RasterOp op) {
-    using namespace PuzzleModule;
     BitBlt(dest, piece.X + offset, piece.Y + offset, TileSize, TileSize, Surfaces->picMasks[1],
            piece.MaskIndex * TileSize, 0, op);
 }
 
 // Composes all of `dest` afresh. 1 + 3n block operations for n pieces.
 inline void DrawBoard(Surface& dest, const Surface& background) {
-    using namespace PuzzleModule;
     BitBlt(dest, 0, 0, dest.Width(), dest.Height(), background, 0, 0, RasterOp::SrcCopy);
     for (int i = 0; i <= UpperBound(); ++i)
         if (i != PickedPiece) BlitTile(dest, std::as_const(Pieces)[size_t(i)], 1, RasterOp::SrcInvert);

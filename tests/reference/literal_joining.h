@@ -7,21 +7,6 @@ namespace literal {
 
 using namespace PuzzleModule;
 
-inline int Search(int id, int except) {
-    for (int j = 0; j <= UpperBound(); ++j)
-        if (j != except && Pieces[size_t(j)].PieceId == id) return j;
-    return -1;
-}
-
-inline void Take(int j) {
-    PieceRec& piece = Pieces[size_t(j)];
-    piece.GroupDX = int16_t(piece.X - Pieces[size_t(PickedPiece)].X);
-    piece.GroupDY = int16_t(piece.Y - Pieces[size_t(PickedPiece)].Y);
-    piece.InGroup = -1;
-}
-
-inline bool Free(int j) { return j >= 0 && !Pieces[size_t(j)].InGroup && Pieces[size_t(j)].Rotation == 0; }
-
 enum Way { Left, Right, Up, Down };
 
 inline void Join(int i, Way way) {
@@ -31,12 +16,16 @@ inline void Join(int i, Way way) {
         const PieceRec& a = Pieces[size_t(i)];
         const int col = a.Col + Across[way], row = a.Row + Below[way];
         if (col < 0 || row < 0 || col >= GridCols || row >= GridRows) return;
-        const int j = Search(a.PieceId + Across[way] + Below[way] * GridCols, i);
-        if (!Free(j)) return;
-        const PieceRec& b = Pieces[size_t(j)];
-        if (b.Col != col || b.Row != row) return;
+        const int id = a.PieceId + Across[way] + Below[way] * GridCols;
+        int j = 0;
+        while (j <= UpperBound() && (j == i || Pieces[size_t(j)].PieceId != id)) ++j;
+        if (j > UpperBound()) return;
+        PieceRec& b = Pieces[size_t(j)];
+        if (b.InGroup || b.Rotation != 0 || b.Col != col || b.Row != row) return;
         if (b.X != a.X + Across[way] * CellSize || b.Y != a.Y + Below[way] * CellSize) return;
-        Take(j);
+        b.GroupDX = int16_t(b.X - Pieces[size_t(PickedPiece)].X);
+        b.GroupDY = int16_t(b.Y - Pieces[size_t(PickedPiece)].Y);
+        b.InGroup = -1;
         for (const Way crossing : Crossing[way]) Join(j, crossing);
         i = j;
     }

@@ -1,4 +1,4 @@
-// Boards of every size, compared pixel for pixel with pictures in tests/golden. A failure leaves the board it made in
+// Boards of every size, compared pixel for pixel with pictures in tests/golden. The board as it is now is left in
 // the build folder. FENTO_ACCEPT_GOLDEN=1 takes new pictures over; look at them before they are committed.
 #include <cstdlib>
 
@@ -31,12 +31,11 @@ TEST_P(GoldenBoard, LooksAsItAlwaysDid) {
     // Bands of colour with a fine grid: every pixel can be told from its neighbours, and a person sees
     // whether a piece stands upright.
     Surface& master = game.surfaces.picMaster;
-    Pixel* out = master.DrawAll();
-    for (int y = 0; y < master.Height(); ++y)
-        for (int x = 0; x < master.Width(); ++x) {
-            const int red = 255 * x / master.Width(), green = 255 * y / master.Height();
-            *out++ = ToPixel(Rgb(red, green, (x + 2 * y) % 16 < 2 ? 255 : 96 + (x ^ y) % 64));
-        }
+    const int width = master.Width(), height = master.Height();
+    std::generate_n(master.DrawAll(), width * height, [&, i = 0]() mutable {
+        const int x = i % width, y = i++ / width;
+        return ToPixel(Rgb(255 * x / width, 255 * y / height, (x + 2 * y) % 16 < 2 ? 255 : 96 + (x ^ y) % 64));
+    });
     game.Recut();
     for (PieceRec& piece : Pieces) {
         piece.X = int16_t(piece.X + golden.apartX * piece.Col);
@@ -54,11 +53,9 @@ TEST_P(GoldenBoard, LooksAsItAlwaysDid) {
     const std::string bytes = ReadFile(path).value_or("");
     const auto expected = DecodeBmp(std::as_bytes(std::span(bytes)));
     ASSERT_TRUE(expected) << "no picture at " << path;
-    const std::string difference = FirstDifference(board, *expected);
-    if (difference.empty()) return;
     const std::string actual = std::string(FENTO_BUILD_DIR "/") + golden.name + "_actual.bmp";
     EXPECT_TRUE(WriteFileAtomically(actual, EncodeBmp(board)));
-    FAIL() << difference << ": first wrong pixel, is and should be; see " << actual;
+    EXPECT_EQ(FirstDifference(board, *expected), "") << "first wrong pixel, is and should be; see " << actual;
 }
 
 }  // namespace
