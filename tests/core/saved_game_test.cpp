@@ -10,12 +10,6 @@
 namespace PuzzleModule {
 namespace {
 
-// clang-format off
-constexpr const char* Limits[] = {
-    "-2147483649", "-2147483648", "-32769", "-32768", "-1", "-0", "0", "1", "2", "3", "4", "5", "007", "-", "0x1", "1e1",
-    "32766", "32767", "32768", "2147483647", "2147483648", "99999999999999999999"};
-// clang-format on
-
 bool NoFile(const std::string&) { return false; }
 std::string existingFile;
 bool TheFile(const std::string& path) { return path == existingFile; }
@@ -46,7 +40,10 @@ TEST(SavedGame, IsReadAsWordByWordHoweverItIsSpoilt) {
             for (const char c : std::string("\0\t\n\r -+.09x\x7F\x80\xE7\xFF", 15)) with(1, {c}), with(0, {c});
             const size_t behind = std::isdigit(good[at - 1]) ? at : good.find_first_not_of("0123456789", at);
             if (behind == at || at > 200) continue;
-            for (const char* other : Limits) with(behind - at, other);
+            std::istringstream limits(
+                "-2147483649 -2147483648 -32769 -32768 -1 -0 0 1 2 3 4 5 007 32766 32767 32768 - 0x1 "
+                "2147483647 2147483648 99999999999999999999 1e1");
+            for (std::string other; limits >> other;) with(behind - at, other);
             // A picture around its cells: see literal::FitOf.
             for (int length = 20; length < 400 && at < 80; ++length) with(behind - at, std::to_string(length));
         }
