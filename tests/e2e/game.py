@@ -79,6 +79,10 @@ class Game:
         left, top = self.board_offset
         return self.origin[0] + (left + x) * self.scale, self.origin[1] + (top + y) * self.scale
 
+    def home(self):
+        """Where on the board solve() puts the tile of the top-left piece: a point of the lattice near the corner."""
+        return tuple(round((60 - offset) / 11) * 11 for offset in self.board_offset)
+
     def center(self, saved, piece):
         """The middle of a saved game's piece on the screen."""
         return self.to_screen(piece["x"] + saved.tile // 2, piece["y"] + saved.tile // 2)
@@ -187,7 +191,7 @@ def solve(game, saved, left=0, done=0):
     """
     half = saved.tile // 2
     pieces = sorted(saved.pieces, key=lambda p: (p["row"], p["col"]))
-    ref_x, ref_y = (round((60 - offset) / 11) * 11 for offset in game.board_offset)
+    ref_x, ref_y = game.home()
     for piece in pieces[done:len(pieces) - left]:
         x2, y2 = game.to_screen(ref_x + piece["col"] * saved.cell + half, ref_y + piece["row"] * saved.cell + half)
         game.screen.drag(*game.center(saved, piece), x2 + 3, y2 - 2, turns=(4 - piece["rotation"]) % 4)

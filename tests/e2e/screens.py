@@ -11,9 +11,6 @@ from game import Game, solve
 # Name, screen, scale, level, the cell of that level there. All pictures make three columns and two rows.
 GAMES = [
     ("small", (800, 600), 1, 3, 55),
-    ("old", (1024, 768), 1, 5, 44),
-    ("common", (1920, 1080), 1, 4, 55),
-    ("large", (3840, 2160), 1, 1, 88),
     ("dense", (3840, 2160), 2, 0, 88),
     ("broken", (1920, 1080), 1.5, 3, 66),
 ]
