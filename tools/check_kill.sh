@@ -1,6 +1,6 @@
 #!/bin/bash
-# Kills a program that saves, at random moments, and saves where files may not grow: the old ones stay whole.
-# ./check kill [ROUNDS [SEED]]
+# Kills a program that saves, at random moments; lets calls fail, takes room, rights and folders away; two programs save
+# at once: the old file or the new one is there, whole. ./check kill [TIMES [SEED]]: 1,000 unless told.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
@@ -10,6 +10,7 @@ say "Building..."
 build_preset dev kill_check || exit 1
 # On a real disk, and all that killed programs leave behind is under one roof.
 place=build/check/kill
-rm -rf "$place" && mkdir -p "$place/tmp" "$place/save" || exit 1
+rm -rf "$place" && mkdir -p "$place/tmp" || exit 1
 trap 'rm -rf "$place"' EXIT
-TMPDIR=$PWD/$place/tmp build/dev/tests/rough/kill_check "$place/save" "${1:-200}" ${2:+"$2"}
+chmod 755 "$place"
+TMPDIR=$PWD/$place/tmp build/dev/tests/rough/kill_check "$place/save" "${1:-1000}" ${2:+"$2"}

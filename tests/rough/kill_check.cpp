@@ -1,25 +1,28 @@
-// Saves again and again while it is killed at random moments, and saves where there is no room.
+// Saves again and again while it is killed, while calls fail, while there is no room, and while another program saves.
 //
-// A child plays on the desktop without a screen and saves by the menu, without a pause; the parent kills it and
-// looks at what is there. Every file tells by itself whether it is whole: the pieces stand where the saved number
-// of seconds puts them. Nothing may be lost that was said to be saved, and beside the files nothing may lie about
-// but the unfinished new file of a killed save.
+// A child plays on the desktop without a screen and saves by the menu. Every file tells by itself whether it is whole:
+// the pieces stand where the saved number of seconds puts them. Nothing may be lost that was said to be saved.
 //
-// usage: kill_check FOLDER [ROUNDS [SEED]]
+// usage: kill_check FOLDER [KILLS [SEED]]
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <sys/mount.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <csignal>
+#include <cstdarg>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <random>
 #include <thread>
 
 #include "core/saved_game.h"
 #include "platform/system/files.h"
+#include "platform/system/profile_file.h"
+#include "platform/system/temporary_name.h"
 #include "tests/support/game_fixture.h"
 
 using namespace PuzzleModule;
@@ -27,169 +30,259 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int Cols = 9, Rows = 6, ConfigLines = 300;
-constexpr const char *GameName = "/jogo.pzl", *ConfigName = "/config.ini";
+bool watching = false, halfWrites = false;
+std::string calls;  // made while watching
+int failing = 0;    // which of them fails, from 1
+
+bool Fails(const char* name) {
+    if (!watching) return false;
+    calls += std::string(name) + " ";
+    return --failing == 0 && (errno = ENOSPC);
+}
+
+}  // namespace
+
+// The program's own calls come by here.
+template <typename Call>
+Call Real(Call, const char* name) {
+    return reinterpret_cast<Call>(dlsym(RTLD_NEXT, name));
+}
+extern "C" int fsync(int file) { return Fails("fsync") ? -1 : Real(fsync, "fsync")(file); }
+extern "C" int fchmod(int file, mode_t mode) noexcept {
+    return Fails("fchmod") ? -1 : Real(fchmod, "fchmod")(file, mode);
+}
+extern "C" int rename(const char* from, const char* to) noexcept {
+    return Fails("rename") ? -1 : Real(rename, "rename")(from, to);
+}
+extern "C" ssize_t write(int file, const void* bytes, size_t count) {
+    return Fails("write") ? -1 : Real(write, "write")(file, bytes, watching && halfWrites ? (count + 1) / 2 : count);
+}
+extern "C" int open(const char* path, int flags, ...) {
+    va_list more;
+    va_start(more, flags);
+    const mode_t mode = flags & O_CREAT ? va_arg(more, mode_t) : 0;
+    va_end(more);
+    return Fails("open") ? -1 : Real(open, "open")(path, flags, mode);
+}
+
+namespace {
 
 [[noreturn]] void Fail(const std::string& what) {
     std::fprintf(stderr, "FAILED: %s\n", what.c_str());
     std::_Exit(1);
 }
-
-int16_t PlaceAt(int32_t seconds, int id, int salt) { return int16_t((seconds * 31 + id * salt) % 1000); }
-
-// The game as the player would save it after so many seconds.
-void LayOut(int32_t seconds) {
-    ElapsedSeconds = seconds;
-    for (PieceRec& piece : Pieces) {
-        piece.X = PlaceAt(seconds, piece.PieceId, 7);
-        piece.Y = PlaceAt(seconds, piece.PieceId, 11);
-    }
+void Require(bool held, const std::string& what) {
+    if (!held) Fail(what);
 }
 
-// The seconds of a whole file. Ends the check if it is none.
-int32_t SecondsOf(const std::string& path) {
-    const auto bytes = ReadFile(path);
-    if (!bytes) Fail(path + " is gone");
-    const auto game = ParseSavedGame(*bytes, [](const std::string&) { return true; });
-    const auto fit = game ? FitOfPieces(*game, {}) : std::nullopt;
-    if (!fit || fit->GridCols != Cols || fit->GridRows != Rows)
-        Fail(path + " is no whole game, " + std::to_string(bytes->size()) + " bytes");
+// A program on a folder; what it saves is told by its seconds.
+struct Program : GameFixture {
+    explicit Program(const std::string& place) : place_(place) {
+        Require(Start(place + ".bmp", 3), "no game");
+        AppFolder = place + "/";
+    }
+    static int16_t PlaceAt(int32_t seconds, int id, int salt) { return int16_t((seconds * 31 + id * salt) % 1000); }
+    void Save(int32_t seconds) {
+        ElapsedSeconds = seconds;
+        for (PieceRec& piece : Pieces) {
+            piece.X = PlaceAt(seconds, piece.PieceId, 7);
+            piece.Y = PlaceAt(seconds, piece.PieceId, 11);
+        }
+        desktop.fileAnswers.assign(1, place_ + "/jogo.pzl");
+        Menu("mnuSaveGame");
+    }
+    bool Load() {
+        desktop.fileAnswers.assign(1, place_ + "/jogo.pzl");
+        ElapsedSeconds = -1;
+        Menu("mnuLoadGame");
+        return ElapsedSeconds >= 0 && GameRunning;
+    }
+
+private:
+    std::string place_;
+};
+
+// The seconds of a whole game.
+int32_t SecondsOf(const std::string& folder) {
+    const auto bytes = ReadFile(folder + "/jogo.pzl");
+    const auto game = bytes ? ParseSavedGame(*bytes, [](const std::string&) { return true; }) : std::nullopt;
+    Require(game && FitOfPieces(*game, {}), folder + " has no whole game");
     for (const SavedPiece& piece : game->Pieces)
-        if (piece.X != PlaceAt(game->ElapsedSeconds, piece.PieceId, 7) ||
-            piece.Y != PlaceAt(game->ElapsedSeconds, piece.PieceId, 11))
-            Fail(path + " mixes two games");
+        Require(piece.X == Program::PlaceAt(game->ElapsedSeconds, piece.PieceId, 7) &&
+                    piece.Y == Program::PlaceAt(game->ElapsedSeconds, piece.PieceId, 11),
+                "two games are mixed");
     return game->ElapsedSeconds;
 }
 
-std::string ConfigText(const char* sound) {
-    std::string text = std::string("[SETUP]\nSom=") + sound + "\n";
-    for (int i = 0; i < ConfigLines; ++i) text += "; a line that stays " + std::to_string(i) + "\n";
-    return text;
+std::string Config(const std::string& folder, const char* key) {
+    const std::string text = ReadFile(folder + "/config.ini").value_or("");
+    size_t lines = 0;
+    for (size_t at = 0; (at = text.find("; stays\n", at)) != text.npos; ++at) ++lines;
+    Require(lines == 300 && text.ends_with("end\n"), "config.ini is not whole");
+    return ReadKey(text, "SETUP", key).value_or("True");
 }
 
-void CheckConfig(const std::string& folder) {
-    const auto bytes = ReadFile(folder + ConfigName);
-    if (bytes != ConfigText("True") && bytes != ConfigText("False"))
-        Fail("config.ini is not whole: " + std::to_string(bytes.value_or("").size()) + " bytes");
+void MakeConfig(const std::string& folder) {
+    std::string text = "[SETUP]\nSom=True\n";
+    for (int i = 0; i < 300; ++i) text += "; stays\n";
+    Require(WriteFileAtomically(folder + "/config.ini", text + "[end]\nend=end\n"), "no " + folder);
 }
 
-// Removes what killed saves left behind and counts it.
-int ClearLeftovers(const std::string& folder) {
-    int count = 0;
-    for (const auto& entry : fs::directory_iterator(folder)) {
-        const std::string name = "/" + entry.path().filename().string();
-        if (name == GameName || name == ConfigName || name == "/Save") continue;  // the dialog makes its folder
-        if (!name.starts_with("/.fento-") || !name.ends_with(".tmp")) Fail("left behind: " + name);
-        ++count;
-        fs::remove(entry.path());
-    }
-    return count;
-}
-
-void Save(GameFixture& play, const std::string& folder) {
-    play.desktop.fileAnswers.assign(1, folder + GameName);
-    play.Menu("mnuSaveGame");
-}
-
-// Never returns. Says each number of seconds that is safe on the disk.
-[[noreturn]] void SaveForEver(const std::string& folder, int32_t seconds, int say) {
-    GameFixture play;
-    play.StartGrid(Cols, Rows);
-    AppFolder = folder + "/";
-    for (;; ++seconds) {
-        LayOut(seconds);
-        Save(play, folder);
-        if (write(say, &seconds, sizeof seconds) != sizeof seconds) std::_Exit(1);
-        play.Menu("mnuSounds");
-    }
-}
-
-// Runs a part of the check in a child, which ends with it.
 template <typename Part>
 pid_t InAChild(Part part) {
     const pid_t child = fork();
-    if (child < 0) Fail("no process");
-    if (child != 0) return child;
-    part();
-    std::_Exit(0);
+    if (child == 0) part(), std::_Exit(0);
+    return child;
 }
-
-int StatusOf(pid_t child) {
+void Await(pid_t child, const std::string& what) {
     int status = 0;
     waitpid(child, &status, 0);
-    return status;
+    Require(WIFEXITED(status) && WEXITSTATUS(status) == 0, what);
 }
 
-// Lets a child save for a while, then kills it. The last number of seconds it said to be saved.
-int32_t KillOne(const std::string& folder, int32_t from, std::chrono::microseconds after) {
-    int pipe[2];
-    if (::pipe(pipe) != 0) Fail("no pipe");
-    const pid_t child = InAChild([&] { SaveForEver(folder, from, pipe[1]); });
-    close(pipe[1]);
-    int32_t safe = 0;
-    if (read(pipe[0], &safe, sizeof safe) != sizeof safe) Fail("a child did not save at all");
-    std::this_thread::sleep_for(after);
-    kill(child, SIGKILL);
-    const int status = StatusOf(child);
-    if (!WIFSIGNALED(status) || WTERMSIG(status) != SIGKILL) Fail("a child ended by itself");
-    while (read(pipe[0], &safe, sizeof safe) == sizeof safe) {
-    }
-    close(pipe[0]);
-    return safe;
-}
-
-void KillRounds(const std::string& folder, int rounds, std::mt19937& random) {
-    if (!WriteFileAtomically(folder + ConfigName, ConfigText("True"))) Fail("no " + folder);
+void Kills(const std::string& folder, int kills, std::mt19937& random) {
     int32_t seconds = 1;
-    for (int round = 0; round < rounds; ++round) {
-        const int32_t safe = KillOne(folder, seconds, std::chrono::microseconds(random() % 40000));
-        const int32_t found = SecondsOf(folder + GameName);
-        if (found != safe && found != safe + 1)
-            Fail("saved " + std::to_string(safe) + " but found " + std::to_string(found));
-        CheckConfig(folder);
-        if (ClearLeftovers(folder) > 1) Fail("several unfinished files of one killed program");
-        seconds = found + 1;
+    int left = 0;
+    for (int round = 0; round < kills; ++round) {
+        int pipe[2];
+        Require(::pipe(pipe) == 0, "no pipe");
+        const pid_t child = InAChild([&] {
+            Program program(folder);
+            for (int32_t now = seconds;; ++now) {
+                program.Save(now);
+                if (write(pipe[1], &now, sizeof now) != sizeof now) std::_Exit(1);
+                program.Menu("mnuSounds");
+            }
+        });
+        close(pipe[1]);
+        int32_t safe = 0;
+        Require(read(pipe[0], &safe, sizeof safe) == sizeof safe, "a child did not save at all");
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 20000));
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        while (read(pipe[0], &safe, sizeof safe) == sizeof safe) {
+        }
+        close(pipe[0]);
+        seconds = SecondsOf(folder);
+        Require(seconds == safe || seconds == safe + 1, "what was said to be saved is lost");
+        (void)Config(folder, "Som");
+        ++seconds;
+        // What lies about is one unfinished file at most, and the next program sweeps it once it is old.
+        int files = 0;
+        for (const auto& entry : fs::directory_iterator(folder)) {
+            const std::string name = entry.path().filename();
+            if (name == "jogo.pzl" || name == "config.ini" || name == "Save") continue;
+            Require(IsTemporaryName(name) && ++files == 1, "left behind: " + name);
+            fs::last_write_time(entry, fs::file_time_type::clock::now() - std::chrono::hours(1));
+            ++left;
+        }
     }
-    std::printf("killed %d times in %d saves: every file whole\n", rounds, seconds - 1);
+    Await(InAChild([&] { Require(Program(folder).Load(), "the last game does not load"); }), "loading");
+    std::printf("%d kills in %d saves: every file whole; %d unfinished ones were swept\n", kills, seconds, left);
 }
 
-// Saves once, then another game where files may not grow, which must fail without a trace.
-void SaveWithoutRoom(const std::string& folder) {
-    const int status = StatusOf(InAChild([&folder] {
-        GameFixture play;
-        play.StartGrid(Cols, Rows);
-        AppFolder = folder + "/";
-        if (!WriteFileAtomically(folder + ConfigName, ConfigText("True"))) Fail("no room to begin with");
-        LayOut(500);
-        Save(play, folder);
-        if (SecondsOf(folder + GameName) != 500) Fail("not saved with room");
-        const rlimit limit{100, 100};
-        std::signal(SIGXFSZ, SIG_IGN);
-        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) Fail("no limit");
-        LayOut(900);
-        Save(play, folder);
-        play.Menu("mnuSounds");
-        if (SecondsOf(folder + GameName) != 500) Fail("a save without room changed the old game");
-        if (ReadFile(folder + ConfigName) != ConfigText("True")) Fail("no room cost the settings");
-        if (!GameRunning || !play.main.Timer1.Enabled() || !play.desktop.boxes.empty()) Fail("the game did not go on");
-    }));
-    if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) Fail("files that may not grow");
-    if (ClearLeftovers(folder) != 0) Fail("a failed save left its new file behind");
-    std::printf("files that may not grow: the old ones stay whole, nothing is left behind\n");
+// What keeps a save from coming about: the old files stay whole, nothing is left behind, the game goes on and saves
+// again.
+void Hindrances(const std::string& folder, Program& program) {
+    const std::string usual = "open fchmod write fsync rename open fsync ";
+    const auto tries = [&](const std::string& what, bool saves) {
+        static int32_t seconds = 10000;
+        const int32_t before = SecondsOf(folder), now = ++seconds;
+        calls.clear(), watching = true;
+        program.Save(now);
+        watching = false;
+        Require(SecondsOf(folder) == (saves ? now : before), what);
+        for (const auto& entry : fs::directory_iterator(folder))
+            Require(!IsTemporaryName(entry.path().filename().string()), what + " leaves a file");
+        Require(GameRunning && program.main.Timer1.Enabled() && program.desktop.boxes.empty(),
+                what + ": the game stops");
+    };
+    program.Save(1);
+    tries("a save", true);
+    Require(calls == usual, "the order of calls is " + calls);
+    for (int call = 1; call <= 5; ++call) failing = call, tries("call " + std::to_string(call) + " fails", false);
+    for (int call = 6; call <= 7; ++call) failing = call, tries("the folder can't be flushed", true);
+    halfWrites = true, tries("writes of half", true), halfWrites = false;
+    rlimit before{};
+    for (const auto& [kind, most, what] : {std::tuple{RLIMIT_FSIZE, rlim_t(100), "files that may not grow"},
+                                           {RLIMIT_NOFILE, rlim_t(0), "no file can be opened"}}) {
+        getrlimit(kind, &before);
+        const rlimit limit{most, before.rlim_max};
+        const int32_t old = SecondsOf(folder);
+        setrlimit(kind, &limit), program.Save(9), setrlimit(kind, &before);
+        Require(SecondsOf(folder) == old && GameRunning, what);
+    }
+    tries("with room again", true);
+}
+
+void Places(const std::string& folder) {
+    Await(
+        InAChild([&] {
+            Program program(folder);
+            for (const char* const what : {"folder", "vanished", "full"}) {
+                const std::string place = folder + "/" + what;
+                fs::create_directories(place + (*what == 'v' ? "" : *what == 'f' && what[1] == 'o' ? "/jogo.pzl" : ""));
+                if (*what == 'v') fs::remove_all(place);
+                const bool full = what[1] == 'u';
+                if (full && mount("tmpfs", place.c_str(), "tmpfs", 0, "size=16k") != 0) {
+                    std::puts("skipped without the right to mount: a full disk");
+                    continue;
+                }
+                if (full) std::ofstream(place + "/fill") << std::string(14000, 'x');
+                program.desktop.fileAnswers.assign(1, place + "/jogo.pzl");
+                program.Menu("mnuSaveGame");
+                const bool bad = GameRunning && !fs::is_regular_file(place + "/jogo.pzl");
+                if (full) umount(place.c_str());
+                Require(bad, place);
+                fs::remove_all(place);
+            }
+            program.Save(1);
+            chmod(folder.c_str(), 0555);
+            if (geteuid() == 0 && seteuid(65534) != 0) Fail("no ordinary user");
+            program.Save(2);
+            Require(SecondsOf(folder) == 1 && GameRunning, "a folder that may not be written");
+            seteuid(0), chmod(folder.c_str(), 0755);
+        }),
+        "places");
+}
+
+// Two programs on one folder: each changes a setting of its own, both save the same game.
+void TwoAtOnce(const std::string& folder) {
+    MakeConfig(folder);
+    const auto run = [&](const char* item, int times) {
+        return InAChild([&folder, item, times] {
+            Program program(folder);
+            for (int i = 1; i <= times; ++i) program.Menu(item), program.Save(i);
+        });
+    };
+    const pid_t first = run("mnuSounds", 301), second = run("mnuStatus", 301);
+    for (int i = 0; i < 3000; ++i) (void)Config(folder, "Som"), (void)SecondsOf(folder);
+    Await(first, "the first of two"), Await(second, "the second of two");
+    Require(Config(folder, "Som") == "False" && Config(folder, "Navegador") == "False",
+            "one program lost what the other wrote");
+    std::puts("two programs at once, 301 settings and games each: nothing torn, nothing lost");
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) return std::fprintf(stderr, "usage: kill_check FOLDER [ROUNDS [SEED]]\n"), 2;
+    if (argc < 2) return std::fprintf(stderr, "usage: kill_check FOLDER [KILLS [SEED]]\n"), 2;
     const std::string folder = fs::absolute(argv[1]).string();
-    const int rounds = argc > 2 ? std::atoi(argv[2]) : 200;
     const uint32_t seed = argc > 3 ? uint32_t(std::atoi(argv[3])) : std::random_device{}() & 0xFFFFFF;
-    std::printf("seed %u\n", seed);
-    std::fflush(stdout);
+    std::printf("seed %u\n", seed), std::fflush(stdout);
     std::mt19937 random{seed};
+    std::signal(SIGXFSZ, SIG_IGN);
     fs::create_directories(folder);
-    KillRounds(folder, rounds, random);
-    SaveWithoutRoom(folder);
-    return 0;
+    MakeConfig(folder);
+    WritePicture(folder + ".bmp", {390, 260});
+    Kills(folder, argc > 2 ? std::atoi(argv[2]) : 200, random);
+    Await(InAChild([&] {
+              Program program(folder);
+              Hindrances(folder, program);
+          }),
+          "hindrances");
+    Places(folder);
+    std::puts("calls that fail, no room, no rights, no folder: the old file stays whole, the game goes on");
+    std::fflush(stdout);
+    TwoAtOnce(folder);
 }
