@@ -21,6 +21,18 @@ else()
   set(FENTO_SYSTEM posix)
 endif()
 
+# What keeps a fault from becoming somebody's door. tools/check_hardening.sh looks for it in the program.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+if(FENTO_SYSTEM STREQUAL "posix" AND NOT APPLE)
+  add_compile_options(-fstack-protector-strong -fstack-clash-protection)
+  add_link_options(-Wl,-z,relro,-z,now,-z,noexecstack)
+  if(NOT "${CMAKE_CXX_FLAGS} ${CMAKE_CXX_FLAGS_DEBUG}" MATCHES "-fsanitize")
+    add_compile_options(-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
+  endif()
+endif()
+
 # A library of this folder: every source named, headers found as "folder/header.h".
 function(fento_library name)
   cmake_parse_arguments(ARG "" "" "SOURCES;LIBS" ${ARGN})
