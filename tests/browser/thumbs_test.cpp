@@ -38,61 +38,36 @@ protected:
     }
     void Compare() {
         const CellSheet& sheet = thumbs.picInterior;
-        std::ostringstream is, should;
-        is << sheet.Width() << ' ' << sheet.Height() << ' ' << sheet.Top() << ' ' << thumbs.scrThumbs.Value() << ' '
-           << thumbs.scrThumbs.Max() << ' ' << thumbs.ItemIndex() << ' ' << thumbs.ListCount() << ' ' << events;
-        should << model.sheetWidth << ' ' << model.sheetHeight << ' ' << model.top << ' ' << model.value << ' '
-               << model.max << ' ' << model.selected << ' ' << model.items << ' ' << model.events;
+        EXPECT_EQ(
+            std::tuple(sheet.Width(), sheet.Height(), sheet.Top(), thumbs.scrThumbs.Value(), thumbs.scrThumbs.Max()),
+            std::tuple(model.sheetWidth, model.sheetHeight, model.top, model.value, model.max));
+        EXPECT_EQ(std::tuple(thumbs.ItemIndex(), thumbs.ListCount(), events),
+                  std::tuple(std::to_string(model.selected), model.items, model.events));
+        EXPECT_EQ(sheet.UpperBound(), int(model.cells.size()));
         for (int k = 1; k <= sheet.UpperBound(); ++k) {
             const auto& [frame, figure] = sheet.At(k);
-            is << '\n'
-               << figure.left << ' ' << figure.top << ' ' << figure.width << ' ' << figure.height << ' '
-               << frame.backColor << ' ' << figure.toolTip;
+            const LiteralThumbs::Cell cell{figure.left,   figure.top,      figure.width,
+                                           figure.height, frame.backColor, figure.toolTip};
+            EXPECT_TRUE(cell == model.cells[size_t(k) - 1]) << "thumbnail " << k;
         }
-        for (const auto& [left, top, width, height, color, tip] : model.cells)
-            should << '\n' << left << ' ' << top << ' ' << width << ' ' << height << ' ' << color << ' ' << tip;
-        EXPECT_EQ(is.str(), should.str());
     }
     void Step() {
         const auto any = [this](int below) { return int(random() % unsigned(below)); };
         ScrollBar& bar = thumbs.scrThumbs;
         CellSheet& sheet = thumbs.picInterior;
         const float x = float(any(520)), y = float(any(int(model.sheetHeight / 15) + 20));
-        switch (any(12)) {
-            case 0:
-                return any(8) ? void() : Clear();
-            case 1:
-                return any(8) ? void() : Resize(2000 + any(9000), 1000 + any(4000));
-            case 2:
-            case 3: {
-                const bool square = any(3) == 0;
-                const int width = 1 + any(900);
-                return Add({width, square ? width : 1 + any(900)}, any(5) > 0);
-            }
-            case 4: {
-                const double turn = (any(9) - 4) / 2.0;
-                any(2) ? bar.DeliverWheel({0, turn}) : sheet.DeliverWheel({0, turn});
-                return model.Wheel(turn * 1790);
-            }
-            case 5: {
-                const int pixels = any(90) - 45;
-                sheet.DeliverWheel({0, double(pixels), WheelTurn::Unit::Pixels});
-                return model.Wheel(pixels * 15);
-            }
-            case 6:
-            case 7: {
-                const int to = any(std::max(model.max, 0) + 1);
-                const bool goesOn = any(2);
-                bar.DeliverValue(to, goesOn);
-                return model.Drag(to, goesOn);
-            }
-            case 8:
-                sheet.DeliverDblClick(x, y), sheet.DeliverMouseUp(1, 0, x, y);
-                return model.DblClick(model.CellAt(x, y));
-            default:
-                sheet.DeliverMouseDown(1, 0, x, y), sheet.DeliverMouseUp(1, 0, x, y);
-                return model.Click(model.CellAt(x, y));
-        }
+        const int act = any(12), to = any(std::max(model.max, 0) + 1), width = 1 + any(900), chance = any(8);
+        const double turn = any(90) / 10 - 4.5;
+        if (act == 0) return chance ? void() : Clear();
+        if (act == 1) return chance ? void() : Resize(2000 + any(9000), 1000 + any(4000));
+        if (act <= 3) return Add({width, chance < 3 ? width : 1 + any(900)}, any(5) > 0);
+        if (act == 4)
+            return chance < 4 ? bar.DeliverWheel({0, turn}) : sheet.DeliverWheel({0, turn}), model.Wheel(turn * 1790);
+        if (act == 5) return sheet.DeliverWheel({0, turn, WheelTurn::Unit::Pixels}), model.Wheel(turn * 15);
+        if (act <= 7) return bar.DeliverValue(to, chance < 4), model.Drag(to, chance < 4);
+        const int there = model.CellAt(x, y);
+        if (act > 8) return sheet.DeliverMouseDown(1, 0, x, y), sheet.DeliverMouseUp(1, 0, x, y), model.Click(there);
+        sheet.DeliverDblClick(x, y), sheet.DeliverMouseUp(1, 0, x, y), model.DblClick(there);
     }
     // What is another than at the last note.
     void Note(const std::string& what) {

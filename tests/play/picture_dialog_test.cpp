@@ -15,10 +15,9 @@ enum Act { Cancel, CloseBox, Ok, DoubleClick, Drop, LastWay = Drop, Other, Empty
 class PictureDialog : public testing::TestWithParam<int> {
 protected:
     PictureDialog() {
-        for (const char* name :
-             {"Imagens/v1.bmp", "Imagens/v2.bmp", "Imagens/v3.bmp", "Imagens/v4.bmp", "Imagens/v5.bmp",
-              "Imagens/v6.bmp", "Imagens/v7.bmp", "Imagens/v8.bmp", "nova/n1.bmp", "nova/n2.bmp"})
-            desktop.Add(play.folder.Write(name, "x"), {400, 300}, 0.1);
+        for (const char* folder : {"Imagens/v", "nova/n"})
+            for (char number = '1'; number <= (*folder == 'I' ? '8' : '2'); ++number)
+                desktop.Add(play.folder.Write(std::string(folder) + number + ".bmp", "x"), {400, 300}, 0.1);
         play.folder.MakeFolder("vazia");
     }
     frmThumbs& Dialog() { return dynamic_cast<frmThumbs&>(*desktop.shown.back()); }
@@ -26,21 +25,15 @@ protected:
 
     // Does it in the dialog. True if a picture is chosen by it.
     bool Do(int act) {
-        ThumbsCtl& thumbs = Dialog().ThumbsCtl1;
+        frmThumbs& dialog = Dialog();
+        ThumbsCtl& thumbs = dialog.ThumbsCtl1;
         const bool chosen = act == Drop || ((act == Ok || act == DoubleClick) && thumbs.picInterior.UpperBound() >= 1);
-        if (act == Ok && chosen) thumbs.imgFigura_Click(1);
-        if (act >= Other)
-            EXPECT_EQ(Dialog().Dir1.SetPath(play.folder / (act == Other ? "nova" : "vazia")), true);
-        else if (act == Cancel)
-            Dialog().cmdVoltar.DeliverClick();
-        else if (act == Drop)
-            Dialog().DeliverFile(play.folder / "nova/n1.bmp");
-        else if (!chosen)
-            Dialog().DeliverClose();
-        else if (act == Ok)
-            Dialog().Command1.DeliverClick();
-        else
-            thumbs.imgFigura_DblClick(1);
+        if (act == Ok && chosen) thumbs.imgFigura_Click(1), dialog.Command1.DeliverClick();
+        if (act == DoubleClick && chosen) thumbs.imgFigura_DblClick(1);
+        if (act == Drop) dialog.DeliverFile(play.folder / "nova/n1.bmp");
+        if (act == Cancel) dialog.cmdVoltar.DeliverClick();
+        if (act == CloseBox || (act <= LastWay && act != Cancel && !chosen)) dialog.DeliverClose();
+        EXPECT_TRUE(act <= LastWay || dialog.Dir1.SetPath(play.folder / (act == Other ? "nova" : "vazia")));
         return chosen;
     }
 

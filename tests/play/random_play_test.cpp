@@ -68,23 +68,17 @@ protected:
         if (const int next = Any(3)) next == 1 ? Command() : Release();
     }
     void View() {
-        switch (const int chance = Any(12)) {
-            case 0:
-                play.main.DeliverResize({200 + Any(500), 100 + Any(400)});
-                return Fit(), model.Scroll(model.left, model.top);
-            case 1:
-            case 2:
-                play.main.HScroll1.DeliverValue(Any(600), chance == 1);
-                return model.Scroll(-play.main.HScroll1.Value(), model.top);
-            case 3:
-                play.main.VScroll1.DeliverValue(Any(500), Any(2));
-                return model.Scroll(model.left, -play.main.VScroll1.Value());
-            default: {
-                const int x = Any(5) - 2, y = Any(5) - 2;
-                play.Wheel(x, y);
-                model.Scroll(model.left + x * CellSize, model.top), model.Scroll(model.left, model.top + y * CellSize);
-            }
-        }
+        ScrollBar &h = play.main.HScroll1, &v = play.main.VScroll1;
+        const int chance = Any(12), x = Any(5) - 2, y = Any(5) - 2;
+        if (chance == 0)
+            play.main.DeliverResize({200 + Any(500), 100 + Any(400)}), Fit(), model.Scroll(model.left, model.top);
+        else if (chance < 3)
+            h.DeliverValue(Any(600), chance == 1), model.Scroll(-h.Value(), model.top);
+        else if (chance < 5)
+            v.DeliverValue(Any(500), chance == 3), model.Scroll(model.left, -v.Value());
+        else
+            play.Wheel(x, y), model.Scroll(model.left + x * CellSize, model.top),
+                model.Scroll(model.left, model.top + y * CellSize);
     }
     // Saved, restored and saved again, everything but the view is as it was when it was saved.
     void SaveAndRestore() {

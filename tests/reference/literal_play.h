@@ -35,17 +35,17 @@ public:
     }
 
     void Move(float x, float y) {
-        const bool moved = x != x_ || y != y_;
         x_ = x, y_ = y;
         if (panning) {
             if (const double to = Round(double(y) - panY_ + top); InRange(to) && to <= 0 && to > lowestTop) top = to;
             if (const double to = Round(double(x) - panX_ + left); InRange(to) && to <= 0 && to > lowestLeft) left = to;
-        } else if (held >= 0 && moved) {
+        } else if (held >= 0 && (x != lastX_ || y != lastY_)) {
             Keep(pieces[0].X, double(x) - grabX_), Keep(pieces[0].Y, double(y) - grabY_);
             for (size_t i = 1; i < pieces.size(); ++i)
                 if (pieces[i].InGroup)
                     Keep(pieces[i].X, pieces[0].X + pieces[i].GroupDX),
                         Keep(pieces[i].Y, pieces[0].Y + pieces[i].GroupDY);
+            Keep(lastX_, x), Keep(lastY_, y);
         }
     }
 
@@ -120,6 +120,7 @@ private:
         Keep(grabX_, double(x_) - pieces[i].X), Keep(grabY_, double(y_) - pieces[i].Y);
         std::rotate(pieces.begin(), pieces.begin() + int(i), pieces.begin() + int(i) + 1);
         held = 0;
+        Keep(lastX_, x_), Keep(lastY_, y_);
         sounds += "CLICK ";
         std::set<size_t> group{0};
         for (size_t before = 0; group.size() > before;) {
@@ -155,5 +156,5 @@ private:
     }
 
     float x_ = 0, y_ = 0;  // the pointer
-    int16_t grabX_ = 0, grabY_ = 0, panX_ = 0, panY_ = 0;
+    int16_t lastX_ = 0, lastY_ = 0, grabX_ = 0, grabY_ = 0, panX_ = 0, panY_ = 0;
 };

@@ -15,6 +15,7 @@ public:
         double left, top, width, height;  // of the figure
         Color frame;
         std::string text;
+        bool operator==(const Cell&) const = default;
     };
     std::vector<Cell> cells;
     int items = 0, selected = 0, highlighted = 0;
@@ -94,9 +95,10 @@ private:
             columns_.emplace_back(k % columns, k / columns);
             if (files_[size_t(k)] != Size{}) last_ = files_[size_t(k)];
             const auto units = [](int pixels) { return std::nearbyint(pixels * 2540 / 96.0); };
-            const double scale = std::min(1635 / units(last_.width), 1500 / units(last_.height));
-            const double width = std::nearbyint(units(last_.width) * scale),
-                         height = std::nearbyint(units(last_.height) * scale);
+            const double across = units(last_.width), down = units(last_.height);
+            const bool wide = down / (across / 1635) <= 1500;
+            const double width = wide ? 1635 : std::nearbyint(across / (down / 1500));
+            const double height = wide ? std::nearbyint(down / (across / 1635)) : 1500;
             const auto shown = [&](int pixels) { return std::to_string(int(units(pixels) / 26.4586148648649)); };
             cells.push_back(
                 {FrameLeft(k) + (1725 - width) / 2, FrameTop(k) + (1680 - height) / 2, width, height, 0xC0C0C0,

@@ -128,7 +128,7 @@ void Soak::Act() {
         // Leads to a win now and then, which random hands would never reach.
         {1, "solve",
          [](Soak& s) {
-             if (GameRunning && !s.main_.Busy() && PickedPiece < 0) PlayToTheEnd(s.main_);
+             if (GameRunning && !s.main_.Busy() && PickedPiece < 0) s.play_.Win();
          }},
         {4, "scroll",
          [](Soak& s) {

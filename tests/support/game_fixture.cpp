@@ -67,6 +67,16 @@ void GameFixture::Solve(int x, int y) {
         }
 }
 
+bool GameFixture::Win() {
+    Solve(220, 220);
+    Put(GridRows - 1, GridCols - 1, 0, 0);
+    Press({float(TileSize / 2), float(TileSize / 2)});
+    const Spot home{float(220 + (GridCols - 1) * CellSize + TileSize / 2),
+                    float(220 + (GridRows - 1) * CellSize + TileSize / 2)};
+    Move(home), Release(home);
+    return !GameRunning;
+}
+
 GameFixture::Spot GameFixture::Middle(int row, int col) const {
     const PieceRec& piece = Piece(row, col);
     return {float(piece.X + TileSize / 2), float(piece.Y + TileSize / 2)};

@@ -42,6 +42,8 @@ public:
     void Turn(int row, int col, int rotation);       // until it stands so
     // All pieces upright in their places relative to x, y.
     void Solve(int x, int y);
+    // The last piece is put in its place with the mouse. False if that does not end the game.
+    bool Win();
 
     // The board's pixel in the middle of a piece's body.
     struct Spot {
@@ -69,7 +71,3 @@ public:
     // Whether the board shows the pieces, as the literal model composes them.
     bool ShowsThePieces() const;
 };
-
-// Wins the game on the board as a player does, with the mouse alone: takes pieces where others leave them free,
-// turns them upright and drags each to its place. False if a piece can't be taken.
-bool PlayToTheEnd(frmMain& main);

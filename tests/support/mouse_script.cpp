@@ -73,6 +73,7 @@ private:
     void Occasion(const std::string& which) {
         Note();
         text_ += "-- " + which + "\n";
+        if (which == "a frame" && !game_->main.Busy()) return;  // of the board that is won
         for (const std::string& command : std::exchange(meanwhile_, {}))
             which == "a frame" ? desktop_->PostInput([this, command] { Run(command); }) : Run(command);
     }
