@@ -73,7 +73,8 @@ protected:
     void Note(const std::string& what) {
         State now;
         Describe(form, now);
-        text += "> " + what + "\n" + Changes(before, now);
+        text +=
+            "> " + what + ", " + std::to_string(std::exchange(desktop.yields, 0)) + " yields\n" + Changes(before, now);
         before = std::move(now);
     }
 
@@ -132,6 +133,9 @@ TEST_F(Thumbs, LookAsTheyDid) {
     for (const Size size : {Size{800, 600}, {600, 800}, {1050, 1000}, {512, 512}, {120, 40}, {2000, 1}}) Add(size);
     Add({}, false);
     Note("pictures added");
+    thumbs.scrThumbs.DeliverValue(100, true);
+    Note("dragged");
+    thumbs.scrThumbs.DeliverValue(90, false);
     const auto tell = [this](const std::string& what) {
         return [this, what](int16_t& k, int16_t& button, int16_t& shift, float& x, float& y, std::string& path) {
             events += what + " " + std::to_string(k) + " " + std::to_string(button) + " " + std::to_string(shift) +
