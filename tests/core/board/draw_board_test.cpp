@@ -36,7 +36,6 @@ struct RandomPlay : SurfaceListener {
             {"let go", [&] { PickedPiece = -1; }},
             {"thrown piece", [&] { Throw(Any()); }},
             {"shuffle", [&] { std::shuffle(Pieces.begin(), Pieces.end(), random); }},
-            {"sort", [&] { std::ranges::sort(Pieces, {}, &PieceRec::PieceId); }},
             {"foreign drawing", [&] { Line(board, Below(90), Below(90), 60, 50, Below(0xFFFFFF)); }},
             {"background colour", [&] { background.SetBackground(OpaqueBits | uint32_t(random())); }},
             {"background",
@@ -49,7 +48,6 @@ struct RandomPlay : SurfaceListener {
              }},
             {"wiped surface", [&] { SurfaceOf(Any()).Cls(); }},
             {"another piece held", [&] { PickedPiece = int16_t(Below(int(Pieces.size()) + 1) - 1); }},
-            {"cleared", [&] { board.Cls(); }},
             {"new size", [&] { Resize(120 + Below(250), 100 + Below(200)); }},
             {"piece gone", [&] { Pieces.size() > 1 ? Pieces.pop_back() : NewGame(); }},
         };
