@@ -30,8 +30,7 @@ inline std::string FirstDifference(const Surface& actual, const Surface& expecte
     return "";
 }
 
-class SmallGame {
-public:
+struct SmallGame {
     GameSurfaces surfaces;
 
     explicit SmallGame(int unit = 4, int level = 5, int cols = 2, int rows = 2) {
