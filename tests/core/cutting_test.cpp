@@ -51,8 +51,7 @@ TEST(Pieces, AreHitWhereTheStripIsWhite) {
             Pieces[0].X = 100, Pieces[0].Y = -30, Pieces[0].MaskIndex = tile;
             ASSERT_EQ(HitTest(0, int16_t(100 + x), int16_t(y - 30)), hit) << tile << " at " << x << ", " << y;
         }
-    EXPECT_FALSE(HitTest(-1, 0, 0) || HitTest(4, 0, 0));
-    EXPECT_TRUE(TurnedTile(-1) == -1 && TurnedTile(TileCount) == TileCount);
+    EXPECT_TRUE(!HitTest(-1, 0, 0) && !HitTest(4, 0, 0) && TurnedTile(-1) == -1 && TurnedTile(19) == 19);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 // Saved games against a reader that goes word by word, and the grids that are taken from them.
 #include "core/saved_game.h"
 
-#include <algorithm>
-
 #include "platform/system/files.h"
 #include "tests/core/small_game.h"
 #include "tests/reference/literal_saved_game.h"
@@ -90,18 +88,6 @@ TEST(SavedGame, IsTakenBackInTheGridThatItWasMadeFor) {
             fit = taken;
         }
     }
-}
-
-// Beyond 100 columns the key of a cell occurs again in the next row, and the order of exchanges decides.
-TEST(SortPieces, LeavesTheOrderOfExchanges) {
-    SmallGame game(3, 0, 104, 3);
-    std::shuffle(Pieces.begin(), Pieces.end(), std::minstd_rand(7));
-    std::vector<PieceRec> pieces = Pieces;
-    const auto key = [&](size_t i) { return pieces[i].Row * 100 + pieces[i].Col; };
-    for (size_t i = 0; i < pieces.size(); ++i)
-        for (size_t j = i + 1; j < pieces.size(); ++j)
-            if (key(i) > key(j)) std::swap(pieces[i], pieces[j]);
-    EXPECT_TRUE(SortPieces() && Pieces == pieces);
 }
 
 }  // namespace

@@ -18,12 +18,11 @@ void Snap(int16_t& coordinate, double place) {
 
 void ScatterLiterally(const ScatterView& view, Surface& scratch) {
     const auto step = [] { return CellSize + ScatterGap * TileUnit + 1 + std::floor(2 * Rnd()); };
-    const int last = UpperBound();
     std::set<int> used;
     double x = 0, y = 0;
-    for (int i = 0; i <= last; ++i) {
+    for (int i = 0; i <= UpperBound(); ++i) {
         int element = 0;
-        while (!used.insert(element).second) element = 1 + int(Rnd() * last);
+        while (!used.insert(element).second) element = 1 + int(Rnd() * UpperBound());
         do {
             if (x == 0) x = y = 2 * TileUnit;
             x += step();
@@ -33,8 +32,8 @@ void ScatterLiterally(const ScatterView& view, Surface& scratch) {
         Snap(Pieces[size_t(element)].Y, y - view.BoardTop);
     }
     const double share = GameLevel == 0 ? 0.2 : GameLevel == 1 ? 0.5 : 0.7;
-    for (int turns = int(Rnd() * last * share); turns >= 0; --turns) {
-        const int element = int(Rnd() * last);
+    for (int turns = int(Rnd() * UpperBound() * share); turns >= 0; --turns) {
+        const int element = int(Rnd() * UpperBound());
         if (ChosenLevel > 1) RotatePiece(int16_t(element), scratch);
     }
 }

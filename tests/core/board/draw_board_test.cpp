@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "core/board/carried_group.h"
 #include "tests/core/small_game.h"
 #include "tests/reference/literal_board.h"
 
@@ -33,7 +34,6 @@ struct RandomPlay : SurfaceListener {
             {"new game", [&] { NewGame(); }},
             {"pick-up", [&] { PickUp(Below(int(Pieces.size()))); }},
             {"turn", [&] { RotatePiece(int16_t(Below(int(Pieces.size()))), game.surfaces.picTmp); }},
-            {"let go", [&] { PickedPiece = -1; }},
             {"thrown piece", [&] { Throw(Any()); }},
             {"shuffle", [&] { std::shuffle(Pieces.begin(), Pieces.end(), random); }},
             {"foreign drawing", [&] { Line(board, Below(90), Below(90), 60, 50, Below(0xFFFFFF)); }},
@@ -140,13 +140,28 @@ TEST(DrawBoard, HandsOnLittleMoreThanWhatChanged) {
              {74685, [&] { move(0, 32, 1, 30, 0); }},
              {74160, [&] { move(0, 32, 1, 7, 11); }},
              {185304, [&] { move(1, 48, 2, 500, 0); }},
-             {3969, [&] { RotatePiece(7, play.game.surfaces.picTmp); }},
-             {2835, [] { PickedPiece = 0; }},
-             {6480, [] { std::rotate(Pieces.begin(), Pieces.begin() + 20, Pieces.begin() + 21); }}}) {
+             {3645, [] { std::rotate(Pieces.begin(), Pieces.begin() + 20, Pieces.begin() + 21); }}}) {
         play.handed = 0;
         change();
         DrawBoard(play.board, play.background);
         EXPECT_LE(play.handed, pixels);
+    }
+}
+
+// Or it would be drawn afresh at every step.
+TEST(CarriedGroup, HidesNearlyAllOfItsPictureAndNothingBeside) {
+    for (const int unit : AllUnits) {
+        SmallGame game(unit, 5, 4, 4);
+        TileSpans spans;
+        CarriedGroup group;
+        const std::vector<int> all{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+        spans.Update(game.surfaces.picMasks[1], TileSize);
+        group.Take(all, Pieces, 16, spans);
+        const Rect hidden = group.Hidden().at(0);
+        EXPECT_TRUE(hidden.x >= Margin() && hidden.y >= Margin() &&
+                    hidden.Right() <= Margin() + 4 * CellSize + unit % 2);
+        EXPECT_TRUE(hidden.width > 4 * CellSize - 8 && hidden.height > 4 * CellSize - 8 && group.IsCompact()) << unit;
+        EXPECT_TRUE(group.Is(all) && group.Lowest() == 15 && group.Contains(15) && !group.Contains(16));
     }
 }
 
