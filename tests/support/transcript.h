@@ -38,6 +38,10 @@ public:
     std::pair<std::string, std::string> changing;
 
     void Hear(const std::string& what) { heard_ += "; " + what; }
+    // A handler of any kind of event that lets its values be heard.
+    auto Told(const std::string& what) {
+        return [this, what](const auto&... values) { Hear(what + testing::PrintToString(std::tuple(values...))); };
+    }
     void Write(std::string line) {
         const auto& [what, name] = changing;
         for (size_t at = 0; !what.empty() && (at = line.find(what, at)) != line.npos;)
@@ -61,6 +65,9 @@ public:
         shown_ = std::move(now);
     }
 
+    void Walk(int length, const Steps& steps) {
+        while (length-- > 0) steps[dice_() % steps.size()]();
+    }
     // One of `from`, the same at every run; the step tells which. At most one draw a call: arguments have no order.
     template <typename T>
     T Draw(const std::vector<T>& from) {
@@ -72,9 +79,6 @@ public:
         else
             drawn_ += ' ' + testing::PrintToString(from[number]);
         return from[number];
-    }
-    void Walk(int length, const Steps& steps) {
-        while (length-- > 0) steps[dice_() % steps.size()]();
     }
 
 private:

@@ -2,6 +2,7 @@
 // become.
 #include <cmath>
 
+#include "platform/controls/cell_sheet.h"
 #include "platform/controls/folder_lists.h"
 #include "platform/controls/picture_box.h"
 #include "platform/controls/property_bag.h"
@@ -11,6 +12,8 @@
 #include "platform/headless/desktop.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
+
+void PrintTo(const WheelTurn& turn, std::ostream* out) { *out << turn.x << ' ' << turn.y; }
 
 namespace {
 
@@ -42,8 +45,9 @@ struct TellingDesktop : HeadlessDesktop {
 class Controls : public testing::Test {
 protected:
     Controls() {
-        form.OnLoad = Heard("load"), form.OnActivate = Heard("activate"), form.OnResize = Heard("resize");
-        form.OnUnload = Heard("unload"), form.OnMenu = Heard("some menu");
+        form.OnLoad = transcript.Told("load"), form.OnActivate = transcript.Told("activate"),
+        form.OnResize = transcript.Told("resize");
+        form.OnUnload = transcript.Told("unload"), form.OnMenu = transcript.Told("some menu");
         form.Place(0, 0, 300 * 15, 200 * 15);
         transcript.log = &desktop.log;
         transcript.state = [this] {
@@ -54,29 +58,14 @@ protected:
     }
     // What lies between a control and the screen.
     static void All(Control& c, State& all) {
-        std::ostringstream out;
-        const auto* form = dynamic_cast<Form*>(&c);
-        out << testing::PrintToString(c.PixelRect()) << (AcceptsInput(c) ? "" : " deaf") << " density "
-            << DensityOf(c).PerUnit() << " in " << (c.OwnerForm() ? c.OwnerForm()->Name() : "none");
-        if (form)
-            out << (form->IsLoaded() ? " loaded" : "") << (form->IsShown() ? " shown" : "")
-                << (form->IsUnloaded() ? " unloaded" : "") << " inside " << form->ScaleWidth() << 'x'
-                << form->ScaleHeight() << " depth " << form->Depth();
-        all[c.Name() + " stands"] = out.str();
+        Form* const form = c.OwnerForm();
+        all[c.Name() + " stands"] = testing::PrintToString(
+            std::tuple(c.PixelRect(), AcceptsInput(c), DensityOf(c).PerUnit(), form ? form->Name() : ""));
+        if (form == &c)
+            all[c.Name() + " is"] =
+                testing::PrintToString(std::tuple(form->IsLoaded(), form->IsShown(), form->IsUnloaded(),
+                                                  form->ScaleWidth(), form->ScaleHeight(), form->Depth()));
         for (Control* child : c.Children()) All(*child, all);
-    }
-    Handler Heard(const std::string& what) {
-        return [this, what] { transcript.Hear(what); };
-    }
-    MouseHandler Mouse(const std::string& what) {
-        return [this, what](int16_t button, int16_t shift, float x, float y) {
-            transcript.Hear(what + testing::PrintToString(std::tuple(button, shift, x, y)));
-        };
-    }
-    WheelHandler Wheel(const std::string& what) {
-        return [this, what](const WheelTurn& turn) {
-            transcript.Hear(what + testing::PrintToString(std::pair(turn.x, turn.y)));
-        };
     }
     Control& Any() { return *transcript.Draw(controls); }
     bool Chance() { return transcript.Draw<bool>({false, true}); }
@@ -96,6 +85,21 @@ protected:
     ScrollBar bar{"bar", Orientation::Vertical};
     std::vector<Control*> controls{&form};
 };
+
+// The part in front at a point, by a look at every cell.
+CellSheet::Hit SlowHit(const CellSheet& sheet, double x, double y) {
+    CellSheet::Hit front;
+    const auto look = [&](int i, CellSheet::Part part, bool visible, const Rect& r) {
+        if (visible && r.Contains(int(std::floor(x)), int(std::floor(y)))) front = {i, part, x - r.x, y - r.y};
+    };
+    for (int i = sheet.UpperBound(); i > 0; --i)
+        look(i, CellSheet::Part::Frame, sheet.At(i).frame.visible, CellSheet::FramePixels(sheet.At(i)));
+    for (int i = sheet.UpperBound(); i > 0; --i)
+        look(i, CellSheet::Part::Figure, sheet.At(i).figure.visible, CellSheet::FigurePixels(sheet.At(i)));
+    return front;
+}
+
+auto Values(const CellSheet::Hit& hit) { return std::tuple(hit.index, int(hit.part), hit.x, hit.y); }
 
 }  // namespace
 
@@ -146,13 +150,16 @@ TEST_F(Controls, HearThePlayerWhereTheyAreShownAndEnabled) {
         form.DeliverMouseDown(4, 0, 9, 9), form.DeliverKeyDown(Key::PageUp);
     };
     DO(form.Show(), heard(), box.DeliverMouseDown(1, 0, 3, 4), box.DeliverMouseUp(1, 0, 3, 4));
-    box.MouseDown = Mouse("down"), box.MouseMove = Mouse("move"), box.MouseUp = Mouse("up");
-    box.DblClick = Heard("double"), box.Wheel = Wheel("wheel"), bar.Wheel = Wheel("bar");
+    box.MouseDown = transcript.Told("down"), box.MouseMove = transcript.Told("move"),
+    box.MouseUp = transcript.Told("up");
+    box.DblClick = transcript.Told("double"), box.Wheel = transcript.Told("wheel"), bar.Wheel = transcript.Told("bar");
     // A handler may be bound anew while it runs.
-    box.Click = [&] { box.Click = Heard("later"), transcript.Hear("first"); };
-    image.MouseDown = Mouse("image"), form.MouseDown = Mouse("form"), ok.Click = Heard("button");
-    label.Click = Heard("label"), bar.Change = Heard("change"), bar.Scroll = Heard("scroll");
-    form.KeyDown = [&](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
+    box.Click = [&] { box.Click = transcript.Told("later"), transcript.Hear("first"); };
+    image.MouseDown = transcript.Told("image"), form.MouseDown = transcript.Told("form"),
+    ok.Click = transcript.Told("button");
+    label.Click = transcript.Told("label"), bar.Change = transcript.Told("change"),
+    bar.Scroll = transcript.Told("scroll");
+    form.KeyDown = [&](Key key) { transcript.Told("key")(int(key)); };
     const auto value = [&] {
         return transcript.Draw<double>({-1390, -700, -1, 0, 0.5, 1.5, 30, 42.5, 100.5, 32767.4, 4e4, NAN});
     };
@@ -182,7 +189,8 @@ TEST_F(Controls, FormsAndMenusKeepTheirOrder) {
     form.Menus.SetForm(&form);
     MenuItem& item = game.Add("item", "Sair", {.key = 'S', .control = true});
     MenuItem& deep = game.Add("sub", "Novo").Add("deep", "Kids A");
-    for (MenuItem* any : {&game, &item, &game.Add("line", "-"), &deep}) any->Click = Heard(any->Name() + " chosen");
+    for (MenuItem* any : {&game, &item, &game.Add("line", "-"), &deep})
+        any->Click = transcript.Told(any->Name() + " chosen");
     const auto choose = [&] {
         game.DeliverClick(), item.DeliverClick(), game.Items().back().DeliverClick(), deep.DeliverClick();
     };
@@ -248,7 +256,7 @@ TEST_F(Controls, ListsFollowTheFolders) {
     DO(NormalPath("x") == NormalPath(std::filesystem::current_path().string() + "/x"));
     DriveListBox drives("drives");
     DirListBox folders("folders");
-    drives.Change = Heard("drive"), folders.Change = Heard("folder");
+    drives.Change = transcript.Told("drive"), folders.Change = transcript.Told("folder");
     form.AddChild(drives), form.AddChild(folders);
     transcript.state = [&] {
         std::string lines;
@@ -277,4 +285,79 @@ TEST_F(Controls, ListsFollowTheFolders) {
     desktop.volumes = {{"/nowhere", "n"}};
     DriveListBox lost("lost");
     DO(std::to_string(lost.Current()) + lost.Drive() + (lost.SetDrive("/usr") ? "found" : "lost"));
+}
+
+TEST_F(Controls, CellsHearThePressesOnThem) {
+    CellSheet cells("cells");
+    controls = {&cells};
+    // Two cells side by side; figures 10 pixels inside their frames.
+    const auto fill = [&] {
+        for (int k = 1; k <= 2; ++k) {
+            auto& [frame, figure] = cells.Load();
+            frame.left = (k - 1) * 1500.0, frame.width = frame.height = 1500;
+            figure.left = frame.left + 150, figure.top = 150, figure.width = figure.height = 1200;
+            frame.visible = figure.visible = true;
+        }
+    };
+    const auto some = [&] { return transcript.Draw<float>({5, 50, 50, 50, 95, 150, 150, 500}); };
+    const auto mouse = [&](auto deliver) {
+        const auto button = transcript.Draw<int16_t>({1, 1, 2});
+        (cells.*deliver)(button, 4, some(), 50);
+    };
+    const auto press = [&] { mouse(&CellSheet::DeliverMouseDown); };
+    const auto move = [&] { mouse(&CellSheet::DeliverMouseMove); };
+    const auto release = [&] { mouse(&CellSheet::DeliverMouseUp); };
+    const Steps steps = Steps() | STEP(press()) | STEP(press(), release()) | STEP(release()) | STEP(release()) |
+                        STEP(move()) | STEP(cells.DeliverDblClick(some(), 50)) | STEP(cells.SetEnabled(Mostly())) |
+                        STEP(cells.DeliverWheel({1, 2}));
+    DO(fill());
+    transcript.Walk(10, steps);
+    cells.FigureClick = transcript.Told("figure"), cells.FrameClick = transcript.Told("frame");
+    cells.FigureDblClick = transcript.Told("double"), cells.FigureMouseDown = transcript.Told("down");
+    cells.FigureMouseMove = transcript.Told("move"), cells.FigureMouseUp = transcript.Told("up");
+    cells.Wheel = transcript.Told("wheel");
+    transcript.Walk(200, steps);
+    cells.FigureMouseUp = [&](auto...) { cells.UnloadAll(), cells.SetBackColor(7); };
+    DO(cells.SetEnabled(true), cells.DeliverMouseUp(3, 0, 0, 0), press(), cells.DeliverMouseUp(3, 0, 50, 50));
+    DO(fill());
+    transcript.Walk(30, steps);
+}
+
+TEST(CellSheet, FindsWhatALookAtEveryCellFinds) {
+    const unsigned seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    const auto upTo = [&random](int n) { return int(random() % unsigned(n)); };
+    for (int round = 0; round < 30; ++round) {
+        CellSheet sheet("sheet");
+        for (int step = 0; step < 200; ++step) {
+            const int k =
+                step % 3 || sheet.UpperBound() == 0 ? (sheet.Load(), sheet.UpperBound()) : 1 + upTo(sheet.UpperBound());
+            auto& [frame, figure] = sheet.Change(k);
+            frame.left = upTo(6000) - 500, frame.top = upTo(9000) - 500;
+            frame.height = upTo(8) ? upTo(2500) : upTo(200000);
+            figure.left = frame.left + upTo(3000) - 1500, figure.top = upTo(8) ? frame.top + 90 : upTo(9000);
+            frame.visible = upTo(4) != 0, figure.visible = upTo(4) != 0;
+            frame.toolTip = "1 " + std::to_string(k), figure.toolTip = "2 " + std::to_string(k);
+            const double x = upTo(460) - 30 + upTo(4) / 4.0, y = upTo(700) - 50;
+            const CellSheet::Hit hit = sheet.HitCell(x, y);
+            ASSERT_EQ(Values(hit), Values(SlowHit(sheet, x, y)));
+            const std::string tip = std::to_string(int(hit.part)) + " " + std::to_string(hit.index);
+            ASSERT_EQ(sheet.ToolTipAt(x, y), hit.index ? tip : "");
+            // All that lies in an area is listed, and nothing that lies more than a band above it.
+            const Rect area{int(x), int(y), upTo(300), upTo(400) - 50};
+            const std::vector<int> listed = sheet.CellsIn(area);
+            ASSERT_TRUE(std::ranges::is_sorted(listed, std::less_equal()));
+            for (int i = 1; i <= sheet.UpperBound(); ++i) {
+                const auto& [f, g] = sheet.At(i);
+                const Rect both = Unite(f.visible ? CellSheet::FramePixels(sheet.At(i)) : Rect(),
+                                        g.visible ? CellSheet::FigurePixels(sheet.At(i)) : Rect());
+                const bool far = both.Empty() || area.Empty() || (both.height < 3000 && both.Bottom() + 127 < area.y);
+                ASSERT_FALSE(std::ranges::binary_search(listed, i) ? far : !Intersect(both, area).Empty());
+            }
+        }
+        sheet.Change(sheet.UpperBound());
+        sheet.UnloadAll();
+        ASSERT_EQ(Values(sheet.HitCell(100, 100)), Values({}));
+    }
 }

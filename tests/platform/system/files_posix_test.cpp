@@ -1,78 +1,150 @@
-// Paths, files and homes where there is one root and names are bytes.
-#include <gtest/gtest.h>
+// What the program does with paths, folders and files, on a small tree: what it answers, and what the tree is then.
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <set>
 
 #include "platform/system/files.h"
-#include "platform/system/user_settings.h"
-#include "tests/support/scoped_variable.h"
+#include "platform/system/stale_files.h"
+#include "platform/system/temporary_name.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/transcript.h"
+
+namespace fs = std::filesystem;
 
 namespace {
 
-TEST(Paths, AreTakenApartAndPutTogether) {
-    struct Case {
-        const char *path, *folder, *title, *closed;
-    };
-    const Case cases[] = {{"/a/b.pzl", "/a", "b.pzl", "/a/b.pzl/"},
-                          {"/b", "/", "b", "/b/"},
-                          {"b", "", "b", "b/"},
-                          {"/a/b//", "/a/b", "", "/a/b/"},
-                          {"/", "/", "", "/"},
-                          {"", "", "", "/"},
-                          {"/a//b", "/a", "b", "/a//b/"},
-                          {"C:\\x\\y", "", "y", "C:\\x\\y/"}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(FolderOf(c.path), c.folder) << c.path;
-        EXPECT_EQ(FileTitle(c.path), c.title) << c.path;
-        EXPECT_EQ(WithSeparator(c.path), c.closed) << c.path;
+struct Files : testing::Test {
+    Files() {
+        transcript.changing = {folder.Path(), "FOLDER"};
+        transcript.state = [this] {
+            State all;
+            for (const auto& entry : fs::recursive_directory_iterator(folder.Path())) {
+                const fs::file_status status = entry.symlink_status();
+                const std::string name = entry.path().lexically_relative(folder.Path());
+                const std::string bytes = fs::is_regular_file(status) ? folder.Read(name) : "",
+                                  link = fs::is_symlink(status) ? fs::read_symlink(entry).string() : "";
+                all[name] =
+                    testing::PrintToString(std::tuple(int(status.type()), int(status.permissions()), link,
+                                                      bytes.size() < 20 ? bytes : std::to_string(bytes.size())));
+            }
+            return all;
+        };
     }
-}
-
-TEST(FindIgnoringCase, PrefersTheExactSpelling) {
-    TempFolder folder;
-    folder.MakeFolder("IMAGENS");
-    EXPECT_EQ(FindIgnoringCase(folder.WithSlash(), "Imagens"), folder / "IMAGENS");
-    folder.MakeFolder("imagens");
-    folder.MakeFolder("Imagens");
-    EXPECT_EQ(FindIgnoringCase(folder.Path(), "Imagens"), folder / "Imagens");
-    EXPECT_EQ(FindIgnoringCase(folder.Path(), "Imagem"), std::nullopt);
-}
-
-TEST(Files, KindsAreToldApartAndAFifoNeverBlocks) {
-    TempFolder folder;
-    const std::string fifo = folder.MakeFifo("fifo.jpg"), link = folder / "link";
-    std::filesystem::create_symlink("file", link);
-    struct Case {
-        std::string path;
-        bool folderExists, fileExists, regular;
-        std::optional<int64_t> length;
-        std::optional<std::string> content;
-    };
-    const Case cases[] = {
-        {folder.Write("file", "bytes"), false, true, true, 5, "bytes"},
-        {link, false, true, true, 5, "bytes"},
-        {folder.MakeFolder("ferias.jpg"), true, false, false, 0, {}},
-        {fifo, false, true, false, 0, {}},
-        {"/dev/zero", false, true, false, 0, {}},
-        {folder / "missing", false, false, false, {}, {}},
-        {folder / "file/below", false, false, false, {}, {}},
-        {"", false, false, false, {}, {}},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(FolderExists(c.path), c.folderExists) << c.path;
-        EXPECT_EQ(FileExists(c.path), c.fileExists) << c.path;
-        EXPECT_EQ(IsRegularFile(c.path), c.regular) << c.path;
-        EXPECT_EQ(FileLen(c.path), c.length) << c.path;
-        EXPECT_EQ(ReadFile(c.path), c.content) << c.path;
+    ~Files() override { umask(mask); }
+    bool Fifo(const std::string& name) { return mkfifo((folder / name).c_str(), 0600) == 0; }
+    void Link(const std::string& name, const std::string& to) { fs::create_symlink(to, folder / name); }
+    // With no file that may grow beyond `bytes`.
+    bool WriteLimited(const std::string& name, rlim_t bytes) {
+        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit limit{bytes, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const bool written = WriteFileAtomically(folder / name, std::string(20000, 'x'));
+        setrlimit(RLIMIT_FSIZE, &before);
+        std::signal(SIGXFSZ, handler);
+        return written;
     }
-    EXPECT_EQ(ReadFile(folder / "file", 5), "bytes");
-    EXPECT_EQ(ReadFile(folder / "file", 4), std::nullopt);
-}
 
-TEST(UserSettings, HomesFollowTheirVariablesUnlessRelative) {
-    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"),
-        data("XDG_DATA_HOME", "/data/");
-    EXPECT_EQ(ConfigurationHome(), "/home/ana/.config");
-    EXPECT_EQ(DataHome(), "/data");
-}
+    const mode_t mask = umask(022);
+    TempFolder folder;
+    Transcript transcript;
+};
 
 }  // namespace
+
+TEST_F(Files, AreFoundListedReadAndToldApart) {
+    for (const char* path : {"/a/b.pzl", "/b", "b", "/a/b//", "/", "//", "", "/a//b", "C:\\x\\y", "a/..", "/a/./b/.",
+                             "/a/b/..", "/..", "/../../a", "/a/b/../../c", "/a/..b/..."})
+        transcript.Write(std::string(path) + " in " + FolderOf(path) + " is " + FileTitle(path) + ", closed " +
+                         WithSeparator(path) + (*path == '/' ? ", normal " + NormalPath(path) : ""));
+    DO(NormalPath("x/../y") == CurrentFolder() + "/y" && CurrentFolder() == fs::current_path());
+    DO(folder.Write("file", "bytes"), folder.Write("Photo.JPG", ""), folder.Write("\xFF\xFE.jpg", ""));
+    DO(folder.Write(".hidden", ""), folder.MakeFolder("ferias.jpg"), Fifo("fifo.jpg"), Link("link", "file"));
+    for (const char* name : {"file", "link", "ferias.jpg", "fifo.jpg", "/dev/zero", "missing", "file/below", ""}) {
+        const std::string path = *name && *name != '/' ? folder / name : name;
+        transcript.Write(name +
+                         testing::PrintToString(std::tuple(FolderExists(path), FileExists(path), IsRegularFile(path),
+                                                           FileLen(path), ReadFile(path), CanBeListed(path),
+                                                           IsWritableFolder(path), OpenRegular(path) >= 0)));
+    }
+    DO(std::pair{ReadFile(folder / "file", 5), ReadFile(folder / "file", 4)});
+    const std::string large(200'001, 'x');
+    DO(folder.Write("large", large), ReadFile(folder / "large") == large);
+
+    // The rest of the listing that `first` began, what comes behind its end, and which listing it is.
+    const auto rest = [before = ListingNumber()](std::optional<std::string> first) {
+        std::multiset<std::string> names{first.value_or("none")};
+        for (auto name = NextEntry(); name && !name->empty(); name = NextEntry()) names.insert(*name);
+        return std::tuple{names, NextEntry(), ListingNumber() - before};
+    };
+    for (const char* name : {"", "ferias.jpg", "missing", "file"}) DO(rest(FirstEntry(folder / name)));
+    DO(std::tuple{FirstEntry(folder.Path()), FirstEntry(folder / "missing"), NextEntry()});  // ends the listing before
+    for (const char* name : {"b", "A", "É", "é1", "á", "Ç", "×", "÷", "Z", "z0", ".x", "IMAGENS"})
+        folder.MakeFolder(std::string("folders/") + name);
+    DO(folder.Write("folders/c", ""), Link("folders/Link", "A"), SubFolders(folder / "folders"));
+    DO(FindIgnoringCase(folder / "folders/", "Imagens"));
+    for (const char* more : {"imagens", "Imagens"})
+        for (const char* name : {"Imagens", "imagens", "iMAGENS", "Imagem", "é"})
+            DO(folder.MakeFolder(std::string("folders/") + more), FindIgnoringCase(folder / "folders", name));
+    DO(std::tuple{MkDir(folder / "new"), MkDir(folder / "new"), MkDir(folder / "a/b"), MkDirs(folder / "a/b")});
+    DO(std::pair{MkDirs(folder / "a/b"), MkDirs(folder / "file/below")});
+    DO(RemoveFile(folder / "file"), RemoveFile(folder / "new"), RemoveFile(folder / "a"), RemoveFile(folder / "none"));
+}
+
+TEST_F(Files, AreReplacedWholeOrNotAtAll) {
+    const std::string longName(255, 'n');
+    for (const std::string& bytes : {std::string("new"), std::string("a\0b\r\n", 5), std::string(3'000'000, 'x')})
+        DO(std::pair{WriteFileAtomically(folder / longName, bytes), folder.Read(longName) == bytes});
+    DO(WriteFileAtomically(folder / longName, ""));
+    DO(folder.Write("file", "old"), Fifo("fifo"), Link("loop", "loop"), folder.MakeFolder("folder"));
+    DO(WriteLimited("file", 8192) || WriteLimited("other", 8192));
+    // What is no file, and where none can be.
+    for (const char* name : {"fifo", "loop", "folder", "file/below", "missing/game.pzl", "new/", ""})
+        DO(WriteFileAtomically(*name ? folder / name : "", "bytes"));
+    // Permissions stay; those of a new file are the player's own.
+    for (const mode_t mode : {0600u, 0664u, 0755u})
+        DO(chmod((folder / "file").c_str(), mode) == 0 && WriteFileAtomically(folder / "file", "new"));
+    DO(umask(027), WriteFileAtomically(folder / "fresh", "new"));
+    // Links are followed to their end, whether there is a file yet or not.
+    DO(folder.Write("deep/target", "old"), Link("link", "deep/middle"), Link("deep/middle", folder / "deep/target"));
+    DO(Link("dangling", "deep/not-yet"), WriteFileAtomically(folder / "dangling", "made"));
+    DO(WriteFileAtomically(folder / "link", "new"));
+    const fs::path before = fs::current_path();
+    DO(fs::current_path(folder.Path()), WriteFileAtomically("here", "x") && WriteFileAtomically("link", "here too"));
+    fs::current_path(before);
+}
+
+// Of all that looks like the new file of a killed program only what surely is one goes, with the next write beside it.
+TEST(StaleFiles, AreSweptByTheNextWriteBesideThem) {
+    const TempFolder folder;
+    const auto left = [&](const std::string& name, std::chrono::seconds age) {
+        fs::last_write_time(folder.Write(name, "x"), fs::file_time_type::clock::now() - age);
+        return name;
+    };
+    const auto old = LongestWrite + std::chrono::seconds(30);
+    const std::string locked = left(TemporaryName(), old), swept = left(TemporaryName(), old);
+    std::vector<std::string> kept{left(TemporaryName(), old),
+                                  left(TemporaryName(), LongestWrite / 2),
+                                  "another name",
+                                  TemporaryName(),
+                                  TemporaryName(),
+                                  left(TemporaryName() + "p", old)};
+    fs::create_hard_link(folder / kept[0], folder / kept[2]);
+    fs::create_symlink(kept[0], folder / kept[3]), folder.MakeFolder(kept[4]);
+    for (const size_t changed : {size_t(0), size_t(8), TemporaryName().size() - 1})
+        kept.push_back(left(TemporaryName().replace(changed, 1, "X"), old));
+    const int lock = open((folder / locked).c_str(), O_RDONLY);
+    ASSERT_EQ(flock(lock, LOCK_SH), 0);
+    for (const bool held : {true, false}) {
+        ASSERT_TRUE(WriteFileAtomically(folder / "game.pzl", "new"));
+        EXPECT_TRUE(!folder.Has(swept) && folder.Has(locked) == held);
+        for (const std::string& name : kept) EXPECT_TRUE(fs::exists(fs::symlink_status(folder / name))) << name;
+        close(lock);
+    }
+}
