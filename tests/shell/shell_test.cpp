@@ -26,7 +26,6 @@ struct Shell : testing::Test {
     Shell() {
         PuzzleModule::AppFolder = folder.WithSlash();
         FileDialogRec = {};
-        transcript.changing = {folder.Path(), "FOLDER"};
         transcript.log = &desktop.log;
         transcript.state = [this] {
             State all{{"pages", testing::PrintToString(desktop.pages)}};
@@ -37,7 +36,7 @@ struct Shell : testing::Test {
     ~Shell() override { PuzzleModule::ResetState(); }
 
     TempFolder folder;
-    ScopedVariable configuration{"XDG_CONFIG_HOME", folder / "config"}, data{"XDG_DATA_HOME", folder / "home/data"};
+    ScopedVariable configuration{SettingsVariable, folder / "config"}, data{DataVariable, folder / "home/data"};
     HeadlessDesktop desktop;
     Transcript transcript;
     Form main{"frmMain", "", ScaleMode::Pixels, FormBorder::Sizable};
@@ -146,6 +145,7 @@ TEST(RegionFromPicture, CoversExactlyWhatIsNotOfTheColour) {
 }
 
 TEST_F(Shell, DialogsAskWhatTheRecordSaysAndFillIt) {
+    transcript.changing = {folder.Path(), "FOLDER"};
     transcript.state = [&] {
         const auto& [owner, filter, title, index, name, place, caption, flags] = FileDialogRec;
         State all{{"record", testing::PrintToString(std::tuple(filter, title, index, name, place, caption, flags))}};
@@ -247,6 +247,7 @@ TEST_F(Shell, SoundsAreThoseOfTheProgramAndOnlyWhenSwitchedOn) {
 }
 
 TEST_F(Shell, TheProgramsFolderFollowsUpgradesAndLeavesThePlayersFiles) {
+    transcript.changing = {folder.Path(), "FOLDER"};
     transcript.state = [&] {
         State all;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {

@@ -9,8 +9,11 @@
 #include <set>
 
 #include "platform/system/files.h"
+#include "platform/system/machine.h"
 #include "platform/system/stale_files.h"
 #include "platform/system/temporary_name.h"
+#include "platform/system/user_settings.h"
+#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
 
@@ -36,7 +39,6 @@ struct Files : testing::Test {
         };
     }
     ~Files() override { umask(mask); }
-    bool Fifo(const std::string& name) { return mkfifo((folder / name).c_str(), 0600) == 0; }
     void Link(const std::string& name, const std::string& to) { fs::create_symlink(to, folder / name); }
     // With no file that may grow beyond `bytes`.
     bool WriteLimited(const std::string& name, rlim_t bytes) {
@@ -65,7 +67,7 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
                          WithSeparator(path) + (*path == '/' ? ", normal " + NormalPath(path) : ""));
     DO(NormalPath("x/../y") == CurrentFolder() + "/y" && CurrentFolder() == fs::current_path());
     DO(folder.Write("file", "bytes"), folder.Write("Photo.JPG", ""), folder.Write("\xFF\xFE.jpg", ""));
-    DO(folder.Write(".hidden", ""), folder.MakeFolder("ferias.jpg"), Fifo("fifo.jpg"), Link("link", "file"));
+    DO(folder.Write(".hidden", ""), folder.MakeFolder("ferias.jpg"), folder.MakeFifo("fifo.jpg"), Link("link", "file"));
     for (const char* name : {"file", "link", "ferias.jpg", "fifo.jpg", "/dev/zero", "missing", "file/below", ""}) {
         const std::string path = *name && *name != '/' ? folder / name : name;
         transcript.Write(name +
@@ -95,6 +97,12 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
     DO(std::tuple{MkDir(folder / "new"), MkDir(folder / "new"), MkDir(folder / "a/b"), MkDirs(folder / "a/b")});
     DO(std::pair{MkDirs(folder / "a/b"), MkDirs(folder / "file/below")});
     DO(RemoveFile(folder / "file"), RemoveFile(folder / "new"), RemoveFile(folder / "a"), RemoveFile(folder / "none"));
+    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"),
+        data("XDG_DATA_HOME", "/data//");
+    DO(std::pair{ConfigurationHome(), DataHome()});
+    const auto volumes = MachineVolumes("/home/ana"), root = MachineVolumes("/");
+    DO(std::tuple{FileTitle(ProgramFile()), volumes[0].root + volumes[0].label, volumes[1].root + volumes[1].label,
+                  volumes.size() - root.size()});
 }
 
 TEST_F(Files, AreReplacedWholeOrNotAtAll) {
@@ -102,7 +110,7 @@ TEST_F(Files, AreReplacedWholeOrNotAtAll) {
     for (const std::string& bytes : {std::string("new"), std::string("a\0b\r\n", 5), std::string(3'000'000, 'x')})
         DO(std::pair{WriteFileAtomically(folder / longName, bytes), folder.Read(longName) == bytes});
     DO(WriteFileAtomically(folder / longName, ""));
-    DO(folder.Write("file", "old"), Fifo("fifo"), Link("loop", "loop"), folder.MakeFolder("folder"));
+    DO(folder.Write("file", "old"), folder.MakeFifo("fifo"), Link("loop", "loop"), folder.MakeFolder("folder"));
     DO(WriteLimited("file", 8192) || WriteLimited("other", 8192));
     // What is no file, and where none can be.
     for (const char* name : {"fifo", "loop", "folder", "file/below", "missing/game.pzl", "new/", ""})
