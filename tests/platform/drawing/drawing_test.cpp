@@ -1,8 +1,12 @@
 // Every step that draws, beside a model that goes pixel by pixel and, where it combines them, bit by bit.
 #include <cmath>
 
+#include "platform/drawing/bmp.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/raster.h"
+#include "platform/headless/desktop.h"
+#include "tests/support/picture_files.h"
+#include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
 
 namespace {
@@ -82,17 +86,10 @@ void ExpectStretched(Pixel actual, const Surface& image, Size target, int x, int
     for (int c = 0; c < 3; ++c) ASSERT_NEAR(Channel(actual, c), std::clamp(sum[c], 0.0, 255.0), error) << x << "," << y;
 }
 
-// White if any source pixel whose square, edges included, holds the centre is white.
-Pixel NearestWhiteWins(const Surface& dest, const Surface& source, int x, int y) {
-    const auto holds = [](int s, int d, int from, int to) {
-        return 2 * to * s <= (2 * d + 1) * from && (2 * d + 1) * from <= 2 * to * (s + 1);
-    };
-    for (int row = 0; row < source.Height(); ++row)
-        for (int column = 0; column < source.Width(); ++column)
-            if (holds(column, x, source.Width(), dest.Width()) && holds(row, y, source.Height(), dest.Height()) &&
-                source.At(column, row) == WhitePixel)
-                return WhitePixel;
-    return BlackPixel;
+// `file` with another number in it, four bytes long.
+std::string With(std::string file, size_t at, int32_t value) {
+    for (size_t i = 0; i < 4; ++i) file[at + i] = char(value >> (8 * i) & 0xFF);
+    return file;
 }
 
 }  // namespace
@@ -115,49 +112,36 @@ TEST(Drawing, EveryStepEqualsItsRulePixelByPixel) {
             }
         };
         const int x = dice.Far(-20, 24), y = dice.Far(-20, 24), width = dice.Far(-3, 40), height = dice.Far(-3, 40);
-        const auto inside = [&](int64_t column, int64_t row) {
-            return column >= x && column < int64_t(x) + width && row >= y && row < int64_t(y) + height;
+        const int fromX = dice.Far(-20, 24), fromY = dice.Far(-20, 24), side = dice(1, 24), last = side * k - 1;
+        const int64_t right = int64_t(x) + width, bottom = int64_t(y) + height;
+        const auto between = [](int64_t value, int64_t a, int64_t b) {
+            return value >= std::min(a, b) && value <= std::max(a, b);
         };
+        const auto inside = [&](int column, int row) {
+            return column >= x && column < right && row >= y && row < bottom;
+        };
+        const RasterOp op = Ops[dice(0, 4)];
         const Color color = dice.SomeColor();
         const uint64_t revision = dest.Revision();
         dest.Refresh();
         switch (dice(0, 7)) {
-            default: {
-                const int fromX = dice.Far(-20, 24), fromY = dice.Far(-20, 24);
-                const RasterOp op = Ops[dice(0, 4)];
-                BitBlt(dest, x, y, width, height, source, fromX, fromY, op);
-                each([&](int px, int py, Pixel old) {
-                    const int64_t column = int64_t(px / k) - x + fromX, row = int64_t(py / k) - y + fromY;
-                    if (!inside(px / k, py / k) || column < 0 || column >= source.Width() || row < 0 ||
-                        row >= source.Height())
-                        return old;
-                    const auto within = [&](int64_t unit, int pixel) { return int(unit) * from + pixel % k % from; };
-                    return ByTruthTable(op, old, source.At(within(column, px), within(row, py)));
-                });
-                break;
-            }
             case 1:
                 FillRect(dest, {x, y, width, height}, color);
                 each([&](int px, int py, Pixel old) { return inside(px / k, py / k) ? ToPixel(color) : old; });
                 break;
-            case 2: {
+            case 2:
                 Line(dest, x, y, width, height, color);
-                const auto [left, right] = std::minmax({int64_t(x), int64_t(x) + width});
-                const auto [top, bottom] = std::minmax({int64_t(y), int64_t(y) + height});
-                each([&, l = left, r = right, t = top, b = bottom](int px, int py, Pixel old) {
-                    const int column = px / k, row = py / k;
-                    const bool upright = (column == l || column == r) && row >= t && row <= b;
-                    const bool flat = (row == t || row == b) && column >= l && column <= r;
+                each([&](int px, int py, Pixel old) {
+                    const bool upright = (px / k == x || px / k == right) && between(py / k, y, bottom);
+                    const bool flat = (py / k == y || py / k == bottom) && between(px / k, x, right);
                     return upright || flat ? ToPixel(color) : old;
                 });
                 break;
-            }
             case 3:
                 SetPixel(dest, x, y, color);
                 each([&](int px, int py, Pixel old) { return px / k == x && py / k == y ? ToPixel(color) : old; });
                 break;
             case 4: {
-                const int side = dice(1, 24), last = side * k - 1;
                 TurnClockwise(dest, source, side);
                 const Rect both = Intersect(dest.StorageBounds(), source.StorageBounds());
                 if (from != k || source.IsUniform() || both.width < side || both.height < side) break;
@@ -165,6 +149,15 @@ TEST(Drawing, EveryStepEqualsItsRulePixelByPixel) {
                     [&](int px, int py, Pixel old) { return px > last || py > last ? old : source.At(py, last - px); });
                 break;
             }
+            default:
+                BitBlt(dest, x, y, width, height, source, fromX, fromY, op);
+                each([&](int px, int py, Pixel old) {
+                    const int64_t column = int64_t(px / k) - x + fromX, row = int64_t(py / k) - y + fromY;
+                    const bool there = between(column, 0, source.Width() - 1) && between(row, 0, source.Height() - 1);
+                    if (!inside(px / k, py / k) || source.Width() == 0 || !there) return old;
+                    return ByTruthTable(op, old,
+                                        source.At(int(column) * from + px % k % from, int(row) * from + py % k % from));
+                });
         }
         ASSERT_EQ(AllPixels(dest), expected);
         for (size_t i = 0; i < before.size(); ++i) {
@@ -216,37 +209,42 @@ TEST(PaintPicture, IsAnAverageOrASmoothCurveAndClipsWithoutATrace) {
 }
 
 TEST(StretchMask, TakesThePixelUnderTheCentreAndWhiteOnABoundary) {
-    Dice dice;
-    SCOPED_TRACE("seed " + std::to_string(dice.seed));
-    for (int round = 0; round < 150; ++round) {
-        Surface source(dice(0, 16), dice(1, 16), BlackPixel), dest(dice(1, 32), dice(1, 32));
-        for (int i = 0; i < source.Width() * source.Height() / 2; ++i)
-            SetPixel(source, dice(0, source.Width() - 1), dice(0, source.Height() - 1), 0xFFFFFF);
-        if (round % 3 == 0) dest.SetStorage(dice(0, 32), dice(0, 32));
+    Transcript transcript;
+    const auto size = [&] { return transcript.Draw<int>({1, 2, 3, 5, 8, 9}); };
+    const auto stretch = [&] {
+        const int width = size(), height = size(), toWidth = size();
+        Surface source(width, height, BlackPixel), dest(toWidth, size());
+        for (int i = 0; i < width * height / 2; ++i) {
+            const int x = size() - 1;
+            SetPixel(source, x, size() - 1, 0xFFFFFF);
+        }
+        dest.SetStorage(transcript.Draw<int>({0, 7, 9, 9}), 9);
         StretchMask(dest, source);
-        const Rect stored = source.Width() ? dest.StorageBounds() : Rect();
-        for (int y = 0; y < dest.Height(); ++y)
-            for (int x = 0; x < dest.Width(); ++x)
-                ASSERT_EQ(dest.At(x, y), stored.Contains(x, y) ? NearestWhiteWins(dest, source, x, y) : WhitePixel)
-                    << "round " << round << " at " << x << ", " << y;
-    }
+        for (const Surface* picture : {&source, &dest})
+            for (int y = 0; y < picture->Height(); ++y) {
+                std::string line = picture == &dest ? "        " : "    ";
+                for (int x = 0; x < picture->Width(); ++x) line += picture->At(x, y) == WhitePixel ? '#' : '.';
+                transcript.Write(line);
+            }
+    };
+    for (int i = 0; i < 40; ++i) DO(stretch());
+    Surface dest(2, 2, BlackPixel);
+    DO(StretchMask(dest, Surface(0, 3)), dest.IsUniform());
 }
 
 TEST(Surface, KeepsWhatWasDrawnAndTellsWhereOnce) {
     struct Listener : SurfaceListener {
-        void SurfaceRefreshed(const Region& damage) override { transcript.Hear(testing::PrintToString(damage)); }
+        void SurfaceRefreshed(const Region& damage) override { transcript.Told("damage")(damage); }
         Transcript transcript;
     } listener;
     Transcript& transcript = listener.transcript;
     Surface board(4, 3, BlackPixel), other(2, 2);
     board.SetListener(&listener);
-    transcript.state = [&] {
-        State all;
-        for (const auto& [name, surface] : {std::pair("board", &board), {"other", &other}})
-            all[name] = PixelsOf(*surface) + " x" + std::to_string(surface->PixelDensity().PerUnit()) + " stores " +
-                        testing::PrintToString(surface->PixelBounds()) + " by " + std::to_string(surface->Stride()) +
-                        " drawn " + testing::PrintToString(surface->Damage());
-        return all;
+    transcript.state = [&, last = uint64_t(0)]() mutable {
+        const bool newer = std::exchange(last, board.Revision()) < board.Revision();
+        return State{{"board", PixelsOf(board) + testing::PrintToString(std::tuple(board.PixelBounds(), board.Stride(),
+                                                                                   board.Damage(), newer))},
+                     {"other", PixelsOf(other) + testing::PrintToString(other.Damage())}};
     };
     const auto number = [&] { return transcript.Draw<int>({-1, 0, 1, 2, 3, 3, 4, 9}); };
     const auto size = [&](auto set) {
@@ -257,20 +255,65 @@ TEST(Surface, KeepsWhatWasDrawnAndTellsWhereOnce) {
         const int x = number(), y = number(), width = number();
         return Rect{x, y, width, number()};
     };
-    const auto color = [&] { return Pixel(transcript.Draw<int>({0, 0x102030, 0xFFFFFF})); };
-    uint64_t last = 0;
-    const auto newer = [&] { return std::exchange(last, board.Revision()) < board.Revision(); };
-    transcript.Walk(150, Steps() | STEP(board.Resize(number() + 4, 6)) | STEP(size(&Surface::Resize)) |
+    const auto color = [&] { return transcript.Draw<int>({0, 0x102030, 0xFFFFFF}); };
+    const std::function<void()> fill = STEP(FillRect(board, area(), color()));
+    transcript.Walk(150, Steps() | STEP(board.Resize(number() + 4, 6)) | STEP(size(&Surface::Resize)) | fill | fill |
                              STEP(board.SetDensity(Density(number()))) | STEP(size(&Surface::SetStorage)) |
-                             STEP(board.SetBackground(color())) | STEP(board.Cls(), newer()) |
-                             STEP(FillRect(board, area(), color()), newer()) | STEP(FillRect(board, area(), color())) |
-                             STEP(FillRect(board, area(), color())) | STEP(SetPixel(board, number(), 1, 7), newer()) |
-                             STEP(board.Draw(area()) != nullptr) | STEP(board.Touch(area()), newer()) |
-                             STEP(board.Refresh(), newer()) | STEP(board = std::move(other), newer()) |
-                             STEP(other = std::move(board), newer()));
+                             STEP(board.SetBackground(Pixel(color()))) | STEP(board.Cls()) | STEP(board.Refresh()) |
+                             STEP(SetPixel(board, number(), 1, 7)) | STEP(board.Draw(area()) != nullptr) |
+                             STEP(board.Touch(area())) | STEP(void(board = std::move(other))) |
+                             STEP(void(other = std::move(board))));
     DO(board.Resize(40, 40), board.SetBackground(0), board.Refresh());
     for (int i = 0; i < 20; ++i) DO(SetPixel(board, i * 7 % 20, i * 3 % 20, i));
     // As large as any board, but clear: no pixels.
     DO(board.Resize(200000, 200000), FillRect(board, {10, 10, 100000, 100000}, 0), board.IsUniform());
     for (const double scale : {-1.0, 0.5, 1.0, 1.01, 2.0, 2.25, 3.0, 7.0}) DO(Density::ForScale(scale).PerUnit());
+}
+
+TEST(Bmp, IsReadInEveryFormAndRefusedInAnyOther) {
+    Transcript transcript;
+    const auto read = [&transcript](const std::string& what, const std::string& file) {
+        const auto bytes = std::as_bytes(std::span(file));
+        const std::optional<Surface> surface = DecodeBmp(bytes);
+        transcript.Write(what + (surface ? PixelsOf(*surface) : "refused") + (BmpSize(bytes) ? " has a size" : ""));
+    };
+    for (const Size size : {Size{1, 1}, {2, 5}, {3, 3}, {5, 4}}) {
+        const std::string file = PatternBmp(size);
+        EXPECT_EQ(EncodeBmp(PatternSurface(size)), file);
+        transcript.Write(PixelsOf(PatternSurface(size)));
+        // Of 32 bits, with the places of the colours named behind a header of 40 bytes or within a longer one.
+        std::string wide = With(With(file.substr(0, 54), 28, 32), 30, 0);
+        for (int i = size.width * size.height - 1; i >= 0; --i)
+            wide = With(wide + "1234", wide.size(),
+                        int32_t(PatternPixel(size.width - 1 - i % size.width, i / size.width)));
+        std::string fields = With(With(With(wide, 28, 32 | 3 << 16), 30, 3), 10, 66);
+        fields.insert(54, std::string("\0\0\xFF\0\0\xFF\0\0\xFF\0\0\0", 12));
+        const std::string longest = With(fields, 10, 1038).insert(66, std::string(972, 'x')) + "x";
+        read("wide ", wide), read("fields ", fields), read("longest ", With(longest, 14, 1024));
+        read("too long ", With(With(longest, 10, 1039), 14, 1025));
+        for (const size_t at : {54u, 58u, 62u}) read("field ", With(fields, at, 1));
+        for (const auto& [at, value] : std::vector<std::pair<size_t, int32_t>>{
+                 {10, 54},    {22, -size.height}, {0, 'X'}, {18, 0},         {18, -5},    {18, INT32_MAX},
+                 {22, 0},     {22, -5},           {22, 6},  {22, INT32_MIN}, {18, 32767}, {18, 32768},
+                 {22, 32767}, {22, 32768},        {30, 1},  {30, 3},         {28, 16},    {28, 8},
+                 {10, 20},    {10, -1},           {10, 53}, {10, 56},        {14, -1},    {14, 39},
+                 {14, 41}})
+            read(std::to_string(at) + " " + std::to_string(value) + " ", With(file, at, value));
+        for (size_t length = 0; length < file.size(); length += 1 + length % 7) read("", file.substr(0, length));
+        read("without the last filling ", file.substr(0, file.find_last_not_of('\0') + 1));
+    }
+}
+
+TEST(LoadPicture, NothingButARegularFileReachesTheDesktop) {
+    const TempFolder folder;
+    HeadlessDesktop desktop;
+    const std::string file = folder.Write("file.bmp", ""), missing = folder / "missing.bmp";
+    for (const std::string& path : {folder.MakeFifo("fifo.bmp"), folder.MakeFolder("folder.bmp"), file, missing}) {
+        desktop.pictures[path] = {{4, 3}, [](Size) { return Surface(4, 3); }};
+        const bool opened = path == file || path == missing;  // what is missing is the desktop's to refuse
+        EXPECT_EQ(PictureSize(path), opened ? std::optional(Size{4, 3}) : std::nullopt) << path;
+        EXPECT_EQ(LoadPicture(path).has_value(), opened) << path;
+        DoEventsDecoding(path, {4, 3});
+    }
+    EXPECT_EQ(desktop.log, std::vector<std::string>(4, "events"));
 }
