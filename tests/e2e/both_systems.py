@@ -15,7 +15,7 @@ def play(program, shots, name, saved=None):
     """Plays half a game, or takes up the one `saved` by the other system; what was saved then, and its board."""
     with Screen(1366, 768) as screen:
         game = Game(screen, program)
-        game.picture("maçã.bmp", "240x180", "plasma:gold-purple", "-seed", "3", "-type", "TrueColor")
+        game.picture("maçã.bmp", "240x180", "-seed", "3", "plasma:gold-purple", "-type", "TrueColor")
         game.start()
         if saved:
             # The path is the one thing that must be put right.
@@ -29,19 +29,19 @@ def play(program, shots, name, saved=None):
         else:
             game.start_picture(3)
             solve(game, game.save("inicio"), left=2)
+            game.save("meio")
+            game.load("meio.pzl")
         after = game.save("agora")
         screen.move(screen.width - 5, screen.height - 5)
         screen.screenshot(f"{shots}/{name}.png")
         with open(game.folder + "/Save/agora.pzl", "rb") as file:
-            bytes_ = file.read()
-        rows = screen.bytes()
-        left, top = game.origin
-        x, y, width, height = screen.place(game.window)
-        # Without scroll bars and panel, which each system draws in its own way.
-        board = [rows[3 * (row * screen.width + x):3 * (row * screen.width + x + width - 250)]
-                 for row in range(top, y + height - 30)]
+            whole = file.read()
+        (left, _, width, _), shown = screen.place(game.window), screen.bytes()
+        # Without scroll bars and panel.
+        board = [shown[3 * (row * screen.width + left):3 * (row * screen.width + left + width - 250)]
+                 for row in range(game.origin[1], screen.height - 30)]
         game.end()
-        return after, bytes_, board
+        return after, whole, board
 
 
 def main(program, shots):

@@ -251,7 +251,7 @@ TEST_F(Shell, TheProgramsFolderFollowsUpgradesAndLeavesThePlayersFiles) {
     transcript.state = [&] {
         State all;
         for (const auto& entry : std::filesystem::recursive_directory_iterator(folder.Path())) {
-            const std::string name = entry.path().lexically_relative(folder.Path());
+            const std::string name = entry.path().lexically_relative(folder.Path()).generic_string();
             if (entry.is_regular_file()) all[name] = folder.Read(name);
         }
         return all;
