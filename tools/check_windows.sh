@@ -38,7 +38,7 @@ sed -n 's/^/        /p' "$out/log/package.log"
 rm -rf "$out/played" && mkdir -p "$out/played" && unzip -q -d "$out/played" "$out"/fento-lira-master-*-windows.zip || exit 1
 build_preset dev fento-lira-master || exit 1
 program="$out/played/Fento-Lira Master/fento-lira-master.exe"
-for script in save_and_help around_the_board pictures both_systems; do
+for script in whole_game both_systems; do
     export WINEPREFIX=$out/wine/$script
     mkdir -p "$out/shots/$script"
     step "real window: $script" python3 "tests/e2e/$script.py" "$program" "$out/shots/$script"
