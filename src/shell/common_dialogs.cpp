@@ -71,7 +71,7 @@ std::array<Color, 16> ColorsOf(const std::string& text) {
 
 std::string TextOf(const std::array<Color, 16>& colors) {
     std::string joined;
-    for (const Color color : colors) joined += (joined.empty() ? "" : ",") + std::to_string(color);
+    for (const Color color : colors) joined.append(joined.empty() ? "" : ",").append(std::to_string(color));
     return joined;
 }
 
