@@ -1,9 +1,4 @@
 // Wave files as the device takes them, and what the device gets.
-#include <gtest/gtest.h>
-
-#include <random>
-#include <string>
-
 #include "platform/qt/sound/sound.h"
 #include "platform/qt/sound/wave_reader.h"
 #include "tests/platform/qt/fixture.h"
@@ -84,8 +79,7 @@ TEST(Waves, WhatIsNoSoundOrOfAnotherKindPlaysNothing) {
 // On a device that writes to a file.
 TEST(Waves, TheDeviceGetsAWaveWholeUntilAnotherCutsItOff) {
     const TempFolder folder;
-    qputenv("SDL_AUDIODRIVER", "disk");
-    qputenv("SDL_DISKAUDIODELAY", "1");
+    qputenv("SDL_AUDIODRIVER", "disk"), qputenv("SDL_DISKAUDIODELAY", "1");
     qputenv("SDL_DISKAUDIOFILE", (folder / "heard").c_str());
     const auto wave = [](char sample, size_t length) {
         return File(Format(1, 1, 44100, 8) + Chunk("data", std::string(length, sample)));
@@ -97,7 +91,7 @@ TEST(Waves, TheDeviceGetsAWaveWholeUntilAnotherCutsItOff) {
         for (size_t i = 0; i + 1 < bytes.size(); i += 2) count += bytes[i] == 0 && bytes[i + 1] == char(sample);
         return count;
     };
-    static QtSound sound;  // lives as long as the device
+    static QtSound sound;      // lives as long as the device
     sound.Play(Bytes(whole));  // before there is a device: nothing
     sound.Open();
     sound.Open();

@@ -1,416 +1,456 @@
-// Peers in real widgets: what the toolkit's events become, what state the widgets have, what they paint.
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QBitmap>
-#include <QHelpEvent>
-#include <QMimeData>
-#include <QMouseEvent>
-#include <QPainter>
-#include <QScrollBar>
-#include <QShortcut>
-#include <QTimer>
-#include <QToolTip>
-#include <QWheelEvent>
-#include <QWindow>
-#include <cmath>
-
-#include "platform/controls/cell_sheet.h"
-#include "platform/controls/folder_lists.h"
-#include "platform/controls/picture_box.h"
-#include "platform/controls/scroll_bar.h"
-#include "platform/controls/simple_controls.h"
-#include "platform/drawing/bmp.h"
-#include "platform/drawing/raster.h"
-#include "platform/qt/widgets/board.h"
-#include "platform/qt/widgets/place_icons.h"
+// Peers in real widgets: what the player's events become, what state the widgets have; how windows go with each other.
+#include "platform/qt/translations.h"
 #include "platform/system/timer.h"
 #include "tests/platform/qt/fixture.h"
-#include "tests/platform/qt/widget_dump.h"
-#include "tests/support/golden.h"
-#include "tests/support/picture_files.h"
 
 namespace {
 
-constexpr Qt::MouseButton L = Qt::LeftButton, R = Qt::RightButton, M = Qt::MiddleButton;
+constexpr auto L = Qt::LeftButton, R = Qt::RightButton, M = Qt::MiddleButton;
 
-// A window with a control of every kind, which log what they hear.
-class Windows : public testing::Test {
+// A window with a control of every kind, which tell what they hear.
+class Windows : public QtFixture {
 protected:
     Windows() {
         for (const char* name : {"alfa/um", "beta"}) folder.MakeFolder(name);
-        form.Place(30, 45, 400 * 15, 300 * 15);
-        const auto add = [this](Control& control, double x, double y, double width, double height) {
-            form.AddChild(control);
-            control.Place(x, y, width, height);
+        transcript.changing = {folder.Path(), "~"};
+        transcript.state = [this] {
+            State state;
+            for (const Form* each : shown) AddWindow(*each, folder.Path(), state);
+            return state;
         };
-        edged.SetBorder(Border::Single);
-        image.SetBorder(Border::Thin);
-        image.SetPicture(std::make_shared<Picture>(Picture{{20, 16}, PatternSurface({20, 16})}));
-        link.SetTabIndex(0), push.SetTabIndex(3), bar.SetTabIndex(2), rows.SetTabIndex(1), drives.SetTabIndex(4);
-        link.Click = Note("link");
-        link.SetLook({{12, true, true}, Rgb(0, 0, 200), Rgb(255, 255, 0), false, Alignment::Center, false, false});
-        add(box, -20, -10, 320, 150);
-        add(edged, 300, 5, 60, 40);
-        edged.AddChild(inner);
-        inner.Place(5, 4, 20, 12);
-        add(image, 310, 50, 52, 34);
-        add(label, 300, 90, 80, 20);
-        add(link, 300, 110, 80, 20);
-        add(push, 300, 135, 80, 24);
-        add(frame, 10, 150, 100, 60);
-        frame.AddChild(caption);
-        caption.Place(150, 150, 900, 300);
-        add(bar, 380, 0, 20, 300);
-        add(sheet, 120, 150, 170, 60);
-        add(drives, 10, 220, 150, 22);
-        add(rows, 180, 215, 190, 80);
-        box.SetAccessibleName("Tabuleiro");
-        box.MouseDown = NoteMouse("down"), box.MouseMove = NoteMouse("move"), box.MouseUp = NoteMouse("up");
-        box.Click = Note("click"), box.DblClick = Note("dbl"), bar.Change = Note("change"), bar.Scroll = Note("scroll");
-        form.MouseDown = NoteMouse("form"), image.MouseDown = NoteMouse("image"), edged.MouseDown = NoteMouse("edged");
-        label.SetCaption("Isto"), link.SetCaption("Elo"), caption.SetCaption("E aquilo");
-        push.Click = Note("push"), drives.Change = Note("drive"), rows.Change = Note("folder");
-        form.OnActivate = Note("active"), form.OnUnload = Note("unload");
-        form.OnResize = [this] { log += "resize " + std::to_string(int(form.ScaleWidth())) + " "; };
-        form.KeyDown = [this](Key key) { log += "key" + std::to_string(int(key)) + " "; };
-        form.OnMenu = Note("opening");
+        const auto add = [](Control& parent, Control& child, double x, double y, double width, double height) {
+            parent.AddChild(child);
+            child.Place(x, y, width, height);
+        };
+        form.Place(1500, 1500, 6000, 4500);
+        edged.SetBorder(Border::Single), image.SetBorder(Border::Thin);
+        link.SetLook({{12, true, true}, 0, Rgb(255, 255, 0), false, Alignment::Center, false, false});
+        link.SetTabIndex(0), rows.SetTabIndex(1), bar.SetTabIndex(2), push.SetTabIndex(3);
+        link.SetCaption("Elo"), box.SetAccessibleName("Tabuleiro"), rows.SetPath(folder / "alfa");
+        add(form, box, -20, -10, 320, 150), add(form, edged, 300, 5, 60, 40), add(edged, inner, 5, 4, 20, 12);
+        add(form, image, 310, 50, 52, 34), add(form, label, 300, 90, 80, 20), add(form, link, 300, 110, 80, 20);
+        add(form, push, 300, 135, 80, 24), add(form, frame, 10, 150, 100, 60), add(frame, panel, 150, 150, 900, 300);
+        add(form, bar, 380, 0, 20, 300), add(form, sheet, 120, 150, 170, 60), add(form, drives, 10, 220, 150, 22);
+        add(form, rows, 180, 215, 190, 80);
+        auto& [cell, figure] = sheet.Load();
+        cell = {150, 150, 600, 450, 0, true, ""};
+        figure.left = 300, figure.top = 300, figure.width = 300, figure.height = 150, figure.visible = true;
+        figure.toolTip = "Baía   do <norte> ao sul com barcos.jpg - 11599 x 11199";
         MenuItem& menu = form.Menus.Add("mnu", "Jogo");
-        menu.Click = Note("menu");
-        menu.Add("save", "Salvar este jogo", {'S', 0, true}).Click = Note("save");
-        menu.Add("line", "-");
-        menu.Add("help", "Ajuda", {0, 3, false}).SetChecked(true);
+        menu.Add("save", "Salvar", {'S', 0, true}).Click = Hears("save");
+        menu.Add("line", "-"), menu.Add("help", "Ajuda", {0, 3, false}).SetChecked(true);
         menu.Add("more", "Mais").Add("deep", "Fundo", {'Z', 0, false});
-        form.Menus.Add("mnu2", "Nada");
-        rows.SetPath(folder / "alfa");
-        log.clear();
-    }
-
-    Handler Note(const char* what) {
-        return [this, what] { log += std::string(what) + " "; };
-    }
-    MouseHandler NoteMouse(const char* what) {
-        return [this, what](int16_t button, int16_t shift, float x, float y) {
-            log += FromText(QString("%1%2%3@%4,%5 ").arg(what).arg(button).arg(QString(shift, '^')).arg(x).arg(y));
+        for (PictureBox* each : {&box, &edged, &panel}) {
+            each->MouseDown = HearsMouse(each->Name() + " down"), each->MouseUp = HearsMouse(each->Name() + " up");
+            each->MouseMove = HearsMouse(each->Name() + " move");
+        }
+        box.Click = Hears("click"), box.DblClick = Hears("dbl"), link.Click = Hears("link"), push.Click = Hears("push");
+        form.MouseDown = HearsMouse("form"), image.MouseDown = HearsMouse("image"), menu.Click = Hears("menu");
+        form.OnMenu = Hears("any menu"), form.OnActivate = Hears("active"), form.OnUnload = Hears("unload");
+        form.OnResize = [this] { transcript.Hear("wide " + std::to_string(int(form.ScaleWidth()))); };
+        form.KeyDown = [this](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
+        bar.Change = Hears("change"), bar.Scroll = Hears("scroll"), drives.Change = Hears("drive");
+        rows.Change = Hears("folder"), sheet.FigureClick = HearsCell("figure"), sheet.FrameClick = HearsCell("frame");
+        sheet.FigureDblClick = HearsCell("double");
+        const auto on = [this](const char* what) {
+            return [this, what](int, int16_t a, int16_t b, float x, float y) { HearsMouse(what)(a, b, x, y); };
+        };
+        sheet.FigureMouseDown = on("on"), sheet.FigureMouseMove = on("along"), sheet.FigureMouseUp = on("off");
+        box.Wheel = sheet.Wheel = [this](const WheelTurn& t) {
+            transcript.Hear(FromText(QString("turn %1,%2 %3").arg(t.x).arg(t.y).arg(int(t.unit))));
         };
     }
-    static QWidget& On(const Control& control) { return *PeerOf(control)->Content(); }
-    FormWindow& Window() { return *FormWindow::Of(form); }
-    std::string Log() { return std::exchange(log, {}); }
 
+    Handler Hears(const char* what) {
+        return [this, what] { transcript.Hear(what); };
+    }
+    std::function<void(int)> HearsCell(const char* what) {
+        return [this, what](int index) { transcript.Hear(what + std::to_string(index)); };
+    }
+    MouseHandler HearsMouse(const std::string& what) {
+        return [this, what](int16_t button, int16_t shift, float x, float y) {
+            transcript.Hear(what + FromText(QString(" %1 %2 at %3,%4").arg(button).arg(shift).arg(x).arg(y)));
+        };
+    }
+
+    void Aim(Control* at) { target = at, down = {}; }
+    QWidget& Target() { return target == &form ? *Window(form).Client() : On(*target); }
+    void Mouse(QEvent::Type type, Qt::MouseButton button, QPointF at) {
+        down.setFlag(button, type != QEvent::MouseButtonRelease && button != Qt::NoButton);
+        QWidget& to = Target();
+        QMouseEvent event(type, at, to.mapToGlobal(at), button, down, keys);
+        QCoreApplication::sendEvent(&to, &event);
+        DoEvents();
+    }
+    void Press(Qt::MouseButton button) { Mouse(QEvent::MouseButtonPress, button, point); }
+    void Double(Qt::MouseButton button) { Mouse(QEvent::MouseButtonDblClick, button, point); }
+    void Release(Qt::MouseButton button) { Mouse(QEvent::MouseButtonRelease, button, point); }
+    void Move(QPointF to) { Mouse(QEvent::MouseMove, Qt::NoButton, point = to); }
+    void Type(int key) {
+        QKeyEvent event(QEvent::KeyPress, key, keys & ~Qt::ControlModifier, key < 128 ? QChar(key).toLower() : QChar());
+        QCoreApplication::sendEvent(target == &form ? &Window(form) : &Target(), &event);
+        DoEvents();
+    }
+    bool Turn(QPoint pixels, QPoint eighths) {
+        QWheelEvent event(point, point, pixels, eighths, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&Target(), &event);
+        return event.isAccepted();
+    }
+    void Send(QEvent::Type type) {
+        QEvent event(type);
+        QCoreApplication::sendEvent(&Window(form), &event);
+        DoEvents();
+    }
     void Show() {
         form.Show();
         DoEvents();
     }
-    void Mouse(QEvent::Type type, Qt::MouseButton button, QPointF at, QWidget& to, Qt::KeyboardModifiers keys = {}) {
-        down.setFlag(button, type != QEvent::MouseButtonRelease && button != Qt::NoButton);
-        QMouseEvent event(type, at, to.mapToGlobal(at), button, down, keys);
-        QCoreApplication::sendEvent(&to, &event);
-    }
-    void Press(Qt::MouseButton button, QPointF at, Qt::KeyboardModifiers keys = {}) {
-        Mouse(QEvent::MouseButtonPress, button, at, On(box), keys);
-    }
-    void Double(Qt::MouseButton button, QPointF at) { Mouse(QEvent::MouseButtonDblClick, button, at, On(box)); }
-    void Release(Qt::MouseButton button, QPointF at) { Mouse(QEvent::MouseButtonRelease, button, at, On(box)); }
-    void Move(QPointF at) { Mouse(QEvent::MouseMove, Qt::NoButton, at, On(box)); }
-    void Click(QWidget& widget, QPointF at) {
-        Mouse(QEvent::MouseButtonPress, L, at, widget);
-        Mouse(QEvent::MouseButtonRelease, L, at, widget);
-    }
-    static void Send(QWidget& to, QEvent::Type type) {
-        QEvent event(type);
-        QCoreApplication::sendEvent(&to, &event);
-    }
-    static void Type(QWidget& to, int key, Qt::KeyboardModifiers modifiers = {}, const char* text = "") {
-        QKeyEvent event(QEvent::KeyPress, key, modifiers, text);
-        QCoreApplication::sendEvent(&to, &event);
-    }
 
-    QtFixture fixture;
-    const TempFolder folder;
-    Form form{"frmTest", "Teste", ScaleMode::Pixels, FormBorder::Sizable};
-    PictureBox box{"picBox"}, edged{"edged"}, inner{"inner"};
+    Form form{"form", "Teste", ScaleMode::Pixels, FormBorder::Sizable};
+    PictureBox box{"box"}, edged{"edged"}, inner{"inner"}, panel{"panel"};
     Image image{"image"};
-    Label label{"label"}, link{"link"}, caption{"caption"};
+    Label label{"label"}, link{"link"};
     CommandButton push{"push", "&OK"};
     Frame frame{"frame", ScaleMode::Twips};
     ScrollBar bar{"bar", Orientation::Vertical};
     CellSheet sheet{"sheet"};
     DriveListBox drives{"drives"};
     DirListBox rows{"rows"};
+    std::vector<const Form*> shown{&form};
+    Control* target = &box;
     Qt::MouseButtons down;
-    std::string log;
+    Qt::KeyboardModifiers keys;
+    QPointF point{30.5, 40}, pressed;
+    Transcript transcript;
 };
 
 }  // namespace
 
-// As they are made; after changes of every aspect; after the changes are taken back.
-TEST_F(Windows, EveryAspectOfAControlIsThatOfItsWidget) {
-    Form tool("frmTool", "", ScaleMode::Twips, FormBorder::FixedToolWindow);
-    Form dialog("frmDialog", "Caixa", ScaleMode::Twips, FormBorder::FixedDialog);
-    Form bare("frmBare", "", ScaleMode::Pixels, FormBorder::None);
-    for (Form* small : {&tool, &dialog, &bare}) small->Place(150, 300, 900, 600);
-    std::string text;
-    const auto dump = [&] {
-        for (Form* each : {&form, &tool, &dialog, &bare}) text += WidgetDump(folder.Path()).Of(*each);
-    };
+TEST_F(Windows, WidgetsFollowTheirControls) {
+    Form tool("tool", "", ScaleMode::Pixels, FormBorder::FixedToolWindow), bare("bare", "", {}, FormBorder::None);
+    Form dialog("dialog", "Caixa", ScaleMode::Pixels, FormBorder::FixedDialog);
+    for (Form* each : {&tool, &bare, &dialog}) each->Place(150, 300, 900, 600), shown.push_back(each);
     bare.SetRegion(Region{{5, 6, 20, 10}, {10, 0, 4, 30}});
-    Show();
-    for (Form* each : {&tool, &dialog, &bare}) each->Show();
-    dump();
+    DO(Show());
+    DO(tool.Show(), bare.Show(), dialog.Show());
     for (const bool changed : {true, false}) {
-        MenuItem& menu = form.Menus.Items().front();
-        menu.Items()[0].SetEnabled(!changed);
-        menu.Items()[2].SetChecked(!changed);
-        for (Control* control : {static_cast<Control*>(&edged), static_cast<Control*>(&push)})
-            control->SetEnabled(!changed);
-        inner.SetVisible(!changed);
-        inner.Move(changed ? 15 : 5, 4);
-        edged.SetWidth(changed ? 50 : 60);
-        image.SetPointer(changed ? MousePointer::Hourglass : MousePointer::Default);
-        box.SetPointer(changed ? MousePointer::Hand : MousePointer::Arrow);
-        label.SetCaption(changed ? "Outro" : "Isto");
-        link.Click = changed ? Handler() : Note("link");
-        link.SetLook({{8.25, false, changed}, 0, 0, true, Alignment::Left, true, false});
-        EXPECT_TRUE(bar.SetMin(0) && bar.SetMax(changed ? -1390 : 1000) && bar.SetLargeChange(changed ? 463 : 7) &&
-                    bar.SetSmallChange(5) && bar.SetValue(changed ? -90 : 80) && !bar.SetValue(changed ? 1 : -1));
-        drives.Follow(changed ? "/media/x/y" : "/home/a<b/Fotos");
-        rows.SetPath(folder / (changed ? "beta" : "alfa"));
-        bare.SetRegion(changed ? std::optional(Region{}) : std::nullopt);
-        tool.Move(changed ? 450 : 150, 300);
-        form.Place(changed ? 60 : 30, 45, 400 * 15, 320 * 15);
-        edged.SetBorder(changed ? Border::None : Border::Single);  // stays as it was made
-        dump();
+        DO(form.Menus.Items().front().Items()[0].SetEnabled(!changed));
+        DO(form.Menus.Items().front().Items()[2].SetChecked(!changed));
+        DO(edged.SetEnabled(!changed), push.SetEnabled(!changed), inner.SetVisible(!changed));
+        DO(inner.Move(changed ? 15 : 5, 4), edged.SetWidth(changed ? 50 : 60));
+        DO(image.SetPointer(changed ? MousePointer::Hourglass : MousePointer::Default));
+        DO(box.SetPointer(changed ? MousePointer::Hand : MousePointer::Arrow));
+        DO(link.Click = changed ? Handler() : Hears("link"), label.SetCaption(changed ? "Isto" : "Aquilo"));
+        DO(link.SetLook({{8.25, false, changed}, 0, 0, true, Alignment::Left, true, false}));
+        DO(bar.SetMin(0), bar.SetMax(changed ? -1390 : 1000), bar.SetLargeChange(changed ? 463 : 7));
+        DO(bar.SetSmallChange(changed ? 5 : 1), bar.SetValue(changed ? -90 : 80));
+        DO(bar.SetValue(changed ? 1 : -1));
+        DO(drives.Follow(changed ? "/media/x/y" : "/home/a<b/Fotos"));
+        DO(rows.SetPath(folder / (changed ? "beta" : "alfa")));
+        DO(bare.SetRegion(changed ? std::optional(Region{}) : std::nullopt));
+        DO(tool.Move(changed ? 450 : 150, 300), form.Place(1500, 1500, changed ? 6600 : 6000, 4800));
+        DO(edged.SetBorder(changed ? Border::None : Border::Single));  // stays as it was made
     }
-    ExpectGolden("widgets.txt", text);
-}
-
-TEST_F(Windows, TheMouseOnABoxComesInTheOrderTheDesktopSawIt) {
-    Show();
-    Log();
-    Press(L, {30.5, 40});
-    Release(L, {30, 40});
-    Double(L, {30, 40});
-    Release(L, {90, -5});
-    EXPECT_EQ(Log(), "down1@30.5,40 up1@30,40 click down1@30,40 dbl up1@90,-5 ");
-    Press(L, {30, 40});
-    Move({31, 41});
-    Press(R, {32, 42}, Qt::ShiftModifier | Qt::AltModifier);
-    Double(R, {33, 43});
-    Release(R, {34, 44});
-    Release(M, {34, 44});  // never pressed here
-    Move({35, 45});
-    Release(L, {36, 46});
-    Move({37, 47});
-    EXPECT_EQ(Log(),
-              "down1@30,40 move1@31,41 down2^^^^^@32,42 down2@33,43 up2@34,44 move1@35,45 up1@36,46 click "
-              "move0@37,47 ");
-    // A window opens in a drag and swallows the release; the box scrolls away under the pointer meanwhile.
-    Press(L, {30, 40}, Qt::ControlModifier);
-    Move({35, 45});
-    box.Move(-30, -15);
-    Send(Window(), QEvent::WindowBlocked);
-    Release(L, {50, 50});
-    Move({60, 60});
-    EXPECT_EQ(Log(), "down1^^@30,40 move1@35,45 up1@45,50 move0@60,60 ");
-    // Missed releases are made up for at the next move, or when the box goes.
-    for (const Qt::MouseButton button : {L, Qt::ExtraButton3, Qt::ExtraButton24}) Press(button, {30, 40});
-    down = {};
-    Move({31, 41});
-    EXPECT_EQ(Log(), "down1@30,40 down32@30,40 down16384@30,40 up1@31,41 up32@31,41 up16384@31,41 move0@31,41 ");
-    Press(M, {30, 40});
-    box.SetVisible(false);
-    box.SetVisible(true);
-    down = {};
-    EXPECT_EQ(Log(), "down4@30,40 up4@30,40 ");
-    // A press belongs to the control that is hit.
-    for (QWidget* hit : {&On(edged), &On(inner), &On(label), &On(image), Window().Client()}) Click(*hit, {5, 6});
-    Mouse(QEvent::MouseButtonPress, R, {1, 2}, On(image), Qt::ShiftModifier);
-    Mouse(QEvent::MouseButtonPress, M, {1, 2}, *Window().Client(), Qt::ShiftModifier);
-    EXPECT_EQ(Log(), "edged1@5,6 image1@5,6 form1@5,6 image2^@1,2 form4^@1,2 ");
-}
-
-TEST_F(Windows, LinksButtonsListsAndBarsAnswerToMouseAndKeys) {
-    Show();
-    Log();
-    Click(On(link), {5, 6});
-    Mouse(QEvent::MouseButtonPress, L, {5, 6}, On(link));
-    Mouse(QEvent::MouseButtonRelease, L, {-5, 6}, On(link));
-    Mouse(QEvent::MouseButtonRelease, R, {5, 6}, On(link));
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_A}) Type(On(link), key);
-    EXPECT_EQ(Log(), "link link link link ");
-    Click(On(push), {5, 6});
-    for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_A}) Type(On(push), key);
-    EXPECT_EQ(Log(), "push push push ");
-
-    QListWidget& list = static_cast<QListWidget&>(On(rows));
-    const auto open = [&](int row, QEvent::Type type, Qt::MouseButton with) {
-        Mouse(type, with, list.visualItemRect(list.item(row)).center(), *list.viewport());
-        DoEvents();
-        down = {};
-        return Log() + FromText(list.currentItem()->text());
-    };
-    const int last = list.count() - 1;
-    EXPECT_EQ(open(last, QEvent::MouseButtonPress, L), "um");
-    EXPECT_EQ(open(last, QEvent::MouseButtonDblClick, R), "um");
-    EXPECT_EQ(open(last, QEvent::MouseButtonDblClick, L), "folder um");
-    list.setCurrentRow(last - 1);
-    for (const int key : {Qt::Key_Up, Qt::Key_Return}) Type(list, key);
-    DoEvents();
-    EXPECT_EQ(Log() + rows.Path(), "folder " + folder.Path());
-    Type(list, Qt::Key_B, {}, "b");
-    Type(list, Qt::Key_Enter);
-    DoEvents();
-    EXPECT_EQ(Log() + rows.Path(), "folder " + folder / "beta");
-
-    QComboBox& choice = static_cast<QComboBox&>(On(drives));
-    const int shown = choice.currentIndex();
-    for (const int eighths : {-120, 120}) {
-        QWheelEvent turn({5, 5}, {5, 5}, {}, {0, eighths}, {}, {}, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&choice, &turn);
-        EXPECT_EQ(choice.currentIndex(), shown);
-    }
-    choice.setCurrentIndex(1);
-    emit choice.activated(1);
-    DoEvents();
-    EXPECT_EQ(Log() + drives.Drive(), "drive /home/a<b");
-
-    QScrollBar& inner_ = static_cast<QScrollBar&>(On(bar));
-    ASSERT_TRUE(bar.SetMax(-5000) && bar.SetLargeChange(1133) && bar.SetSmallChange(3));
-    std::string values;
-    for (const int key : {Qt::Key_Down, Qt::Key_PageDown, Qt::Key_End, Qt::Key_PageUp, Qt::Key_Home, Qt::Key_Up}) {
-        Type(inner_, key);
-        values += std::to_string(bar.Value()) + " ";
-    }
-    EXPECT_EQ(values, "-3 -1136 -5000 -3867 0 0 ");
-    EXPECT_EQ(Log(), "change change change change change ");
-    inner_.setSliderDown(true);
-    inner_.setSliderPosition(700);
-    inner_.setSliderPosition(800);
-    inner_.setSliderDown(false);
-    EXPECT_EQ(Log() + std::to_string(bar.Value()), "scroll scroll change -800");
-}
-
-TEST_F(Windows, TheWheelTurnsInPartsOfNotchesATouchpadInPixelsAndBothOverABarToo) {
-    const WheelHandler note = [this](const WheelTurn& turn) {
-        log +=
-            FromText(QString("%1,%2%3 ").arg(turn.x).arg(turn.y).arg(turn.unit == WheelTurn::Unit::Pixels ? "px" : ""));
-    };
-    box.Wheel = sheet.Wheel = note;
-    Show();
-    Log();
-    const auto turn = [](Control& over, QPoint pixels, QPoint eighths, Qt::KeyboardModifiers keys) {
-        QWheelEvent event(QPointF(5, 5), QPointF(5, 5), pixels, eighths, Qt::NoButton, keys, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&On(over), &event);
-        return event.isAccepted();
-    };
-    turn(box, {}, {0, 120}, {});
-    turn(box, {}, {60, -30}, {});
-    turn(box, {}, {0, -240}, Qt::ShiftModifier);
-    turn(box, {3, -7}, {8, -56}, {});
-    turn(sheet, {}, {0, 120}, {});
-    EXPECT_EQ(Log(), "0,1 0.5,-0.25 -2,0 3,-7px 0,1 ");
-    EXPECT_FALSE(turn(edged, {}, {0, 120}, {}));  // which has no use for it
-    turn(bar, {}, {0, -120}, {});
-    EXPECT_EQ(Log() + std::to_string(bar.Value()), "change 1");
-    bar.Wheel = note;
-    turn(bar, {}, {0, 120}, {});
-    EXPECT_EQ(Log() + std::to_string(bar.Value()), "0,1 1");
-}
-
-TEST_F(Windows, TheSheetHearsOfItsFiguresAndTellsTheirTips) {
-    const auto note = [this](const char* what) {
-        return [this, what](int index) { log += what + std::to_string(index) + " "; };
-    };
-    const auto noteMouse = [this](const char* what) {
-        return [this, what](int index, int16_t button, int16_t shift, float x, float y) {
-            NoteMouse(what)(button, shift, x, y), log.back() = ':', log += std::to_string(index) + " ";
-        };
-    };
-    sheet.FigureClick = note("click"), sheet.FigureDblClick = note("dbl"), sheet.FrameClick = note("frame");
-    sheet.FigureMouseDown = noteMouse("down"), sheet.FigureMouseMove = noteMouse("move");
-    sheet.FigureMouseUp = noteMouse("up");
-    CellSheet::Cell& cell = sheet.Load();
-    cell.frame = {150, 150, 600, 450, 0, true, ""};
-    cell.figure.left = 300, cell.figure.top = 300, cell.figure.width = 300, cell.figure.height = 150;
-    cell.figure.visible = true, cell.figure.toolTip = "Baía   do <norte> ao sul com barcos.jpg - 11599 x 11199";
-    Show();
-    Log();
-    QWidget& on = On(sheet);
-    Click(on, {25, 24});
-    Mouse(QEvent::MouseButtonDblClick, L, {25, 24}, on);
-    Mouse(QEvent::MouseButtonRelease, L, {25, 24}, on);
-    Mouse(QEvent::MouseButtonDblClick, R, {25, 24}, on, Qt::ShiftModifier);
-    Mouse(QEvent::MouseMove, Qt::NoButton, {26, 22}, on, Qt::ControlModifier);
-    Mouse(QEvent::MouseButtonRelease, R, {26, 22}, on, Qt::ShiftModifier);
-    Click(on, {12, 12});
-    EXPECT_EQ(Log(),
-              "down1@75,60:1 up1@75,60:1 click1 dbl1 up1@75,60:1 down2^@75,60:1 move2^^@90,30:1 up2^@90,30:1 click1 "
-              "frame1 ");
-    const auto tip = [&](QPoint at) {
-        QHelpEvent event(QEvent::ToolTip, at, on.mapToGlobal(at));
-        QCoreApplication::sendEvent(&on, &event);
-        return FromText(QToolTip::text());
-    };
-    EXPECT_EQ(tip({25, 24}), FromText(PlainTip(ToText(cell.figure.toolTip))));
-    const auto all = QApplication::topLevelWidgets();
-    const auto shown = std::ranges::find_if(all, [](QWidget* each) { return each->inherits("QTipLabel"); });
-    ASSERT_NE(shown, all.end());
-    EXPECT_LT((*shown)->height(), 2 * (*shown)->fontMetrics().height());  // one line
-}
-
-TEST_F(Windows, AWindowPassesKeysMenusSizesAndItsCloseBoxOn) {
-    Show();
-    EXPECT_EQ(Log(), "resize 400 active ");
-    for (int key : {Qt::Key_Escape, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp,
-                    Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End, Qt::Key_A})
-        Type(Window(), key);
-    Type(Window(), Qt::Key_Home, Qt::KeypadModifier);
-    Type(Window(), Qt::Key_Home, Qt::ControlModifier);
-    EXPECT_EQ(Log(), "key0 key1 key2 key3 key4 key5 key6 key7 key8 key7 ");
-
-    QMenuBar& menus = Window().MenuBar();
-    QMenu& menu = *menus.actions().front()->menu();
-    for (const int item : {0, 2}) {
-        menu.actions()[item]->trigger();
-        EXPECT_EQ(menu.actions()[2]->isChecked(), true);  // the item says what counts
-    }
-    EXPECT_EQ(Log(), "save ");
-    menus.setActiveAction(nullptr);
-    for (QShortcut* shortcut : Window().findChildren<QShortcut*>()) emit shortcut->activated();
-    EXPECT_EQ(menus.activeAction(), menus.actions().front());
-    EXPECT_EQ(Log(), "opening menu ");
-    EXPECT_GE(menu.minimumWidth(), menu.sizeHint().width());
-    EXPECT_GT(menu.minimumWidth(), 0);
-    menu.close();
-
-    const int menuHeight = Window().MenuBar().height();
-    EXPECT_EQ(menuHeight, Window().MenuBar().sizeHint().height());
-    Window().resize(500, 350);
-    EXPECT_EQ(Log() + std::to_string(int(form.ScaleHeight())), "resize 500 " + std::to_string(350 - menuHeight));
-    EXPECT_EQ(Window().Client()->geometry(), QRect(0, menuHeight, 500, 350 - menuHeight));
-    Window().setStyleSheet("QMenuBar { padding: 9px; }");
-    DoEvents();
-    EXPECT_EQ(Window().Client()->y(), Window().MenuBar().height());
-    EXPECT_GT(Window().Client()->y(), menuHeight);
-    Log();
-
-    const QSize room = QGuiApplication::primaryScreen()->size();
     for (const WindowState state : {WindowState::Maximized, WindowState::Normal, WindowState::Minimized}) {
-        form.SetState(state);
-        EXPECT_EQ(form.State(), state);
-        EXPECT_EQ(Window().isMaximized(), state == WindowState::Maximized);
-        EXPECT_EQ(Window().isMinimized(), state == WindowState::Minimized);
-        if (Window().isMaximized()) {
-            EXPECT_EQ(Window().frameGeometry().size(), room);
-            form.Move(900, 900);  // for later
-            EXPECT_EQ(Window().frameGeometry().size(), room);
-        }
+        DO(form.SetState(state), form.State());
+        DO(form.Move(1600 + 100 * int(state), 1500));
     }
-    Window().showNormal();
-    EXPECT_EQ(form.State(), WindowState::Normal);
-    Log();
-    EXPECT_FALSE(Window().close());
-    EXPECT_EQ(Log(), "unload ");
-    EXPECT_FALSE(form.IsShown());
+    DO(Window(form).showNormal(), form.State());
+    DO(Window(form).resize(500, 350));
+    const int menus = Window(form).MenuBar().sizeHint().height();
+    EXPECT_EQ(Window(form).Client()->geometry(), QRect(0, menus, 500, 350 - menus));
+    Window(form).setStyleSheet("QMenuBar { padding: 9px; }");
+    DoEvents();
+    EXPECT_GT(Window(form).Client()->y(), menus + 9);
+    for (QShortcut* shortcut : Window(form).findChildren<QShortcut*>()) DO(shortcut->activated());
+    const QAction& first = *Window(form).MenuBar().actions().front();
+    EXPECT_EQ(Window(form).MenuBar().activeAction(), &first);
+    EXPECT_GE(first.menu()->minimumWidth(), first.menu()->sizeHint().width());
+    EXPECT_GT(first.menu()->minimumWidth(), 0);
+    for (const int item : {0, 2}) DO(first.menu()->actions()[item]->trigger());
+    DO(Window(form).close());
+}
+
+// Whatever comes to whatever control, in any order.
+TEST_F(Windows, HearThePlayer) {
+    DO(Show());
+    DO(bar.SetMax(-5000), bar.SetLargeChange(1133), bar.SetSmallChange(3));
+    const std::vector<Qt::MouseButton> buttons{L, L, L, R, M, Qt::ExtraButton3, Qt::ExtraButton24};
+    const std::vector<Control*> mouse{&box,   &box,  &box,  &edged, &inner, &image,
+                                      &label, &link, &push, &frame, &sheet, &form};
+    const std::vector<int> codes{Qt::Key_Escape, Qt::Key_Left,   Qt::Key_Right, Qt::Key_Up,
+                                 Qt::Key_Down,   Qt::Key_PageUp, Qt::Key_Home,  Qt::Key_End,
+                                 Qt::Key_Return, Qt::Key_B,      Qt::Key_Enter, Qt::Key_PageDown};
+    transcript.Walk(700,
+                    Steps{} | STEP(Press(transcript.Draw(buttons))) | STEP(Press(L)) | STEP(Release(L)) |
+                        STEP(Release(transcript.Draw(buttons))) | STEP(Double(transcript.Draw(buttons))) |
+                        STEP(Move(QPointF(25, 24))) | STEP(Move(QPointF(12.5, 12))) | STEP(Move(QPointF(90, -5))) |
+                        STEP(Aim(transcript.Draw(mouse))) | STEP(Send(QEvent::WindowBlocked)) |
+                        STEP(box.SetVisible(!box.Visible())) | STEP(box.Move(-box.Left(), -10)) | STEP(down = {}) |
+                        STEP(keys = Qt::KeyboardModifiers(transcript.Draw(std::vector<int>{0, 1 << 25, 5 << 25}))) |
+                        STEP(Turn({}, {60, -30})) | STEP(Turn({3, -7}, {8, -56})));
+    keys = {};
+    const std::vector<Control*> typed{&form, &link, &push, &bar};
+    transcript.Walk(200, Steps{} | STEP(Aim(transcript.Draw(typed))) | STEP(Type(transcript.Draw(codes))) |
+                             STEP(Type(transcript.Draw(codes))) | STEP(Type(transcript.Draw(codes))));
+    keys = {};
+    DO(Aim(&rows), Type(Qt::Key_U));
+    for (const int key : {Qt::Key_Enter, Qt::Key_Up, Qt::Key_Return}) DO(Type(key));
+    keys = Qt::ControlModifier;
+    DO(Aim(&bar), Turn({}, {0, -120}));
+    DO(bar.Wheel = box.Wheel, Turn({}, {0, -120}));
+    DO(Aim(&drives), Turn({}, {0, -120}));
+    auto& thumb = static_cast<QScrollBar&>(On(bar));
+    DO(thumb.setSliderDown(true), thumb.setSliderPosition(700), thumb.setSliderPosition(800),
+       thumb.setSliderDown(false));
+    DO(static_cast<QComboBox&>(On(drives)).activated(1), DoEvents());
+    auto& list = static_cast<QListWidget&>(On(rows));
+    for (const Qt::MouseButton button : {R, L}) {
+        const QPoint place = list.visualItemRect(list.item(0)).center();
+        QMouseEvent event(QEvent::MouseButtonDblClick, place, list.mapToGlobal(place), button, button, {});
+        DO(QCoreApplication::sendEvent(list.viewport(), &event), DoEvents());
+    }
+    QHelpEvent tip(QEvent::ToolTip, {25, 24}, On(sheet).mapToGlobal(QPoint(25, 24)));
+    DO(QCoreApplication::sendEvent(&On(sheet), &tip), FromText(QToolTip::text()));
+    for (const QWidget* window : QApplication::topLevelWidgets())
+        EXPECT_TRUE(!window->inherits("QTipLabel") || window->height() < 2 * window->fontMetrics().height());
+}
+
+TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) {
+    Show();
+    const auto post = [this] {
+        QCoreApplication::postEvent(&On(box),
+                                    new QMouseEvent(QEvent::MouseButtonPress, QPoint(3, 4), QPoint(3, 4), L, L, {}));
+    };
+    Timer timer("timer", 1), never("never", 0), ended("ended", 1);
+    timer.Tick = [&] { transcript.Hear("tick"), timer.SetEnabled(false); };
+    never.Tick = ended.Tick = Hears("wrong");
+    DO(timer.SetEnabled(true), never.SetEnabled(true), ended.SetEnabled(true), ended.SetEnabled(false), post());
+    QCoreApplication::postEvent(&Window(form), new QCloseEvent);
+    DO(desktop.SleepUntil(SteadySeconds() + 0.003), DoEvents(Yield::PaintsAndTimers));
+    DO(post(), DoEvents());
+    DO(timer.SetInterval(2), timer.SetEnabled(true), Comes([&] { return !timer.Enabled(); }));
+    const double start = SteadySeconds();
+    desktop.SleepUntil(start - 1), desktop.SleepUntil(start + 0.01);
+    EXPECT_GE(SteadySeconds(), start + 0.01);
+}
+
+TEST_F(Windows, ComeAndGoOverEachOther) {
+    Form other("other", "", ScaleMode::Pixels, FormBorder::FixedDialog), deep("deep", "", {}, FormBorder::FixedDialog);
+    Form tool("tool", "", ScaleMode::Pixels, FormBorder::FixedToolWindow);
+    for (Form* each : {&other, &deep, &tool}) each->Place(3000, 3000, 3000, 3000), shown.push_back(each);
+    const auto front = [] { return FormWindow::Frontmost() ? FormWindow::Frontmost()->TheForm().Name() : "none"; };
+    const auto owner = [](const Form& of) {
+        const QWindow* parent = Window(of).windowHandle()->transientParent();
+        for (const FormWindow* each : FormWindow::All())
+            if (parent && each->windowHandle() == parent) return each->TheForm().Name();
+        return std::string("none");
+    };
+    DO(Show(), front());
+    DO(Send(QEvent::WindowActivate));  // from another program
+    other.OnActivate = [&] {
+        DO(Send(QEvent::WindowActivate), owner(other) + " " + front());
+        DO(deep.Show(Modality::Modal));
+    };
+    deep.OnActivate = [&] { DO(other.Hide(), deep.Hide(), front()); };
+    DO(Press(L), other.Show(Modality::Modal));
+    DO(Send(QEvent::WindowActivate));
+    tool.OnActivate = Hears("tool");
+    DO(tool.Show(), DoEvents(), owner(tool));
+    const double start = SteadySeconds();
+    form.Show();  // to the front
+    EXPECT_TRUE(Window(form).isActiveWindow());
+    EXPECT_LT(SteadySeconds(), start + 0.25);
+    const FrameMargins margins = desktop.FrameOf(tool);
+    EXPECT_EQ(margins.left + 10 * margins.top + 100 * margins.right + 1000 * margins.bottom, 2222);
+    DO(tool.Hide(), form.Hide(), front());
+}
+
+// What was pressed follows to the release and no further, also if all of that is pending when it is told.
+TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
+    Show();
+    const auto pending = [this](bool later) {
+        QTimer::singleShot(0, [this, later] {
+            const auto send = [this](QEvent::Type type, QPointF way, Qt::MouseButtons with) {
+                QMouseEvent event(type, way, pressed + way, L, with, {});
+                QCoreApplication::sendEvent(&Target(), &event);
+            };
+            send(QEvent::MouseMove, {30, 200}, L);
+            send(QEvent::MouseButtonRelease, {-40, 25}, {});
+            if (later) send(QEvent::MouseMove, {300, 300}, {});
+        });
+    };
+    for (PictureBox* each : {&panel, &edged}) {
+        each->MouseDown = [&, each](int16_t, int16_t, float, float) { pending(false), each->DragAsWindow(); };
+        target = each, down = {}, pressed = Target().mapToGlobal(point);
+        DO(Press(L), Release(L));
+    }
+    form.MouseDown = [&](int16_t, int16_t, float, float) { pending(true), form.DragAsWindow(); };
+    target = &form, pressed = Target().mapToGlobal(point);
+    DO(Press(L));
+    edged.MouseDown = [&](int16_t, int16_t, float, float) {
+        QTimer::singleShot(0, [this] { Send(QEvent::WindowBlocked); });
+        edged.DragAsWindow();
+    };
+    DO(Aim(&edged), Press(L));
+}
+
+TEST_F(Windows, TakeASingleFileUnlessADialogIsOpen) {
+    form.TakesFile = [](const std::string& path) { return path.ends_with(".pzl"); };
+    form.FileDropped = [this](const std::string& path) { transcript.Hear(testing::PrintToString(path)); };
+    const auto drop = [this](const char* list, Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction) {
+        QMimeData carried;
+        carried.setData("text/uri-list", list);
+        QDragEnterEvent enter({5, 5}, offered, &carried, L, {});
+        QDragMoveEvent move({6, 5}, offered, &carried, L, {});
+        QDropEvent end({5, 5}, offered, &carried, L, {});
+        std::string answers;
+        for (QDropEvent* event : std::initializer_list<QDropEvent*>{&enter, &move, &end}) {
+            QCoreApplication::sendEvent(&Window(form), event);
+            answers += event->isAccepted() ? std::to_string(int(event->dropAction())) : "-";
+        }
+        DoEvents();  // the handler runs when the other program has its answer
+        return answers;
+    };
+    Show();
+    DO(drop("#\r\nfile:///a%20b/%FF.pzl\r\n"));
+    DO(drop("file:/b.pzl", Qt::LinkAction));
+    DO(drop("file:/b.pzl", Qt::MoveAction));
+    for (const char* list : {"file:///a.png", "file:///a.pzl\r\nfile:///b.pzl", "http://x/a.pzl", "file://x", ""})
+        DO(drop(list));
+    Form modal("modal", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    modal.Place(0, 0, 3000, 3000);
+    modal.OnActivate = [&] {
+        DO(drop("file:///a.pzl"));
+        modal.Unload();
+    };
+    modal.Show(Modality::Modal);
+    DO(drop("file://here/a.pzl"));
+}
+
+TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
+    Show();
+    const auto ask = [this](int style, int key, const QString& title = "Uma caixa") {
+        QTimer::singleShot(0, [&] {
+            auto& dialog = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+            transcript.Hear(FromText(Differences(dialog, QWidget()) + QString(" icon %1").arg(dialog.icon())));
+            for (const QAbstractButton* each : dialog.buttons())
+                transcript.Hear(FromText(Differences(*each, QWidget())));
+            const QPoint off = dialog.frameGeometry().center() - Window(form).frameGeometry().center();
+            EXPECT_TRUE(off.manhattanLength() <= 4 && dialog.windowHandle()->transientParent());
+            EXPECT_GE(dialog.width(), 260 + dialog.fontMetrics().horizontalAdvance(title) / 2);
+            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
+            key ? void(QCoreApplication::sendEvent(&dialog, &event)) : dialog.buttons().back()->click();
+        });
+        return int(MsgBox("Um <b>texto</b>", style, FromText(title)));
+    };
+    DO(ask(OKOnly, Qt::Key_Return));
+    DO(ask(Critical, Qt::Key_Escape));
+    DO(ask(YesNo | Question, Qt::Key_Return));
+    DO(ask(YesNo | Question, Qt::Key_Escape));
+    DO(ask(YesNo | Exclamation, 0, QString(25, 'M')));
+    std::array<Color, 16> custom{};
+    const auto colour = [&](bool accepts) {
+        QTimer::singleShot(0, [&, accepts] {
+            auto& dialog = dynamic_cast<QColorDialog&>(*QApplication::activeModalWidget());
+            transcript.Hear(
+                FromText(dialog.currentColor().name() + QColorDialog::customColor(15).name() + dialog.windowTitle()));
+            dialog.setCurrentColor(QColor(40, 50, 60));
+            QColorDialog::setCustomColor(3, QColor(accepts, 8, 9));
+            dialog.QDialog::done(accepts);
+        });
+        const Color chosen = desktop.ColorDialog(Rgb(10, 20, 30), true, custom).value_or(-1);
+        return std::pair(chosen, custom[3]);
+    };
+    for (int i = 0; i < 16; ++i) custom[size_t(i)] = Rgb(i, 100, 200);
+    for (const bool accepts : {true, false}) DO(colour(accepts));
+    // Wherever the window is, a box stays on the screen; the yield that opened it discards nothing there.
+    const QRect room = QGuiApplication::primaryScreen()->geometry();
+    Window(form).move(room.bottomLeft() - QPoint(340, 60));
+    QTimer::singleShot(0, [&] {
+        QTimer::singleShot(0, [&] {
+            auto& dialog = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
+            EXPECT_TRUE(room.adjusted(0, 0, 2, 2).contains(dialog.geometry()));
+            EXPECT_LE((room.bottomLeft() - dialog.geometry().bottomLeft()).manhattanLength(), 12);
+            QCoreApplication::postEvent(&dialog, new QCloseEvent);
+        });
+        MsgBox("Texto");
+    });
+    DoEvents(Yield::PaintsAndTimers);
+}
+
+// Names typed into the dialog for files, and "!" for each that it refuses; its columns, whatever the one before left.
+TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
+    for (const char* name : {"um.pzl", "dois.tres.pzl", "quatro", "cinco.pzl/x", "outro.txt"}) folder.Write(name, "x");
+    FileDialogRequest request{false, "", {{"Jogos (*.pzl)", "*.pzl"}, {"Textos", "*.txt"}}, 1, 0, folder.Path()};
+    const auto type = [&](bool save, const std::vector<QString>& names, int index = 1) {
+        request.save = save, request.filterIndex = index, request.flags = index == 1 ? OFN_OVERWRITEPROMPT : 0;
+        QTimer::singleShot(0, [&] {
+            auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            QString texts =
+                dialog.windowTitle() + " " + dialog.nameFilters().join(";") + " " + dialog.selectedNameFilter();
+            for (const int part : {0, 1, 2, 3, 4}) texts += " " + dialog.labelText(QFileDialog::DialogLabel(part));
+            texts += dialog.testOption(QFileDialog::DontConfirmOverwrite) ? " silent" : "";
+            transcript.Hear(FromText(texts + " " + Described(QRect({}, dialog.size())) + dialog.directory().path()));
+            QCoreApplication::processEvents();
+            QHeaderView& header = *dialog.findChild<QTreeView*>("treeView")->header();
+            EXPECT_EQ(header.length(), header.viewport()->width());
+            for (int column = 0; column < header.count(); ++column) {
+                EXPECT_TRUE(header.visualIndex(column) == column &&
+                            header.sectionSize(column) >= header.sectionSizeHint(column));
+                header.setSectionResizeMode(column, QHeaderView::Interactive), header.resizeSection(column, 20);
+            }
+            header.moveSection(0, 2), header.hideSection(3);
+            for (const QString& name : names) {
+                QTimer::singleShot(0, [&] {
+                    auto* refusal = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
+                    if (refusal) transcript.Hear("!" + FromText(refusal->text())), refusal->accept();
+                });
+                dialog.findChild<QLineEdit*>("fileNameEdit")->setText(name);
+                static_cast<QDialog&>(dialog).accept();
+                QCoreApplication::processEvents();
+            }
+            if (dialog.isVisible()) dialog.reject();
+        });
+        return desktop.FileDialog(request).value_or("cancelled") + " " + std::to_string(request.filterIndex);
+    };
+    DO(type(false, {"um"}));
+    DO(type(false, {"dois.tres"}));
+    DO(type(false, {"quatro"}));
+    DO(type(false, {"nada", "nada.pzl", "cinco", "um.pzl"}));
+    DO(type(false, {"um", "outro"}, 2));
+    DO(type(false, {"nada"}, 9));
+    DO(type(true, {"novo"}, 2));
+    DO(request.title = "Outro", type(true, {"um.pzl"}, 3));
+}
+
+TEST_F(Windows, ScreenSkinPlacesAndWordsAreTheDesktops) {
+    shown.clear();
+    for (const char* skin : {"QMenuBar { color: ", "  \n", "QMenuBar { color: #102030; }"}) DO(desktop.LoadSkin(skin));
+    form.Load();
+    DO(desktop.ApplySkin(form), !Window(form).styleSheet().isEmpty());
+    DO(desktop.ScreenWidth(), desktop.ScreenHeight() - desktop.ScreenWidth());
+    DO(ResolveColor(WindowColor));
+    DO(ResolveColor(ButtonFaceColor));
+    const auto height = [this](double points, const char* text) {
+        return desktop.TextSize({points, false, false}, text).height;
+    };
+    EXPECT_EQ(height(12, "Fento\nLira"), height(12, "F"));
+    EXPECT_GT(height(24, "F"), 1.5 * height(12, "F"));
+    const std::string home = qEnvironmentVariable("HOME").toStdString(), program = desktop.ProgramPath();
+    const auto places = [&] {
+        std::string text;
+        for (const Volume& volume : desktop.QtDesktop::Volumes())
+            if (volume.kind != Volume::Kind::Drive)
+                text += volume.label + (volume.root.starts_with(home) ? " ~" + volume.root.substr(home.size()) : " /") +
+                        ";";
+        return text;
+    };
+    DO(places());
+    folder.MakeFolder(std::filesystem::relative(home + "/Pictures", folder.Path()).string());
+    DO(places());
+    EXPECT_TRUE(program.ends_with("/qt_tests") && std::filesystem::exists(program));
+    InstallPortuguese();
+    DO(FromText(QCoreApplication::translate("QColorDialog", "&HTML:") + QLocale().name()));
+    EXPECT_NE(QCoreApplication::translate("QFileDialog", "Look in:"), "Look in:");
 }
