@@ -230,9 +230,6 @@ TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) 
     DO(desktop.SleepUntil(SteadySeconds() + 0.003), DoEvents(Yield::PaintsAndTimers));
     DO(post(), DoEvents());
     DO(timer.SetInterval(2), timer.SetEnabled(true), Comes([&] { return !timer.Enabled(); }));
-    const double start = SteadySeconds();
-    desktop.SleepUntil(start - 1), desktop.SleepUntil(start + 0.01);
-    EXPECT_GE(SteadySeconds(), start + 0.01);
 }
 
 TEST_F(Windows, ComeAndGoOverEachOther) {
@@ -288,11 +285,6 @@ TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
     form.MouseDown = [&](int16_t, int16_t, float, float) { pending(true), form.DragAsWindow(); };
     target = &form, pressed = Target().mapToGlobal(point);
     DO(Press(L));
-    edged.MouseDown = [&](int16_t, int16_t, float, float) {
-        QTimer::singleShot(0, [this] { Send(QEvent::WindowBlocked); });
-        edged.DragAsWindow();
-    };
-    DO(Aim(&edged), Press(L));
 }
 
 TEST_F(Windows, TakeASingleFileUnlessADialogIsOpen) {
@@ -364,22 +356,9 @@ TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
     };
     for (int i = 0; i < 16; ++i) custom[size_t(i)] = Rgb(i, 100, 200);
     for (const bool accepts : {true, false}) DO(colour(accepts));
-    // Wherever the window is, a box stays on the screen; the yield that opened it discards nothing there.
-    const QRect room = QGuiApplication::primaryScreen()->geometry();
-    Window(form).move(room.bottomLeft() - QPoint(340, 60));
-    QTimer::singleShot(0, [&] {
-        QTimer::singleShot(0, [&] {
-            auto& dialog = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
-            EXPECT_TRUE(room.adjusted(0, 0, 2, 2).contains(dialog.geometry()));
-            EXPECT_LE((room.bottomLeft() - dialog.geometry().bottomLeft()).manhattanLength(), 12);
-            QCoreApplication::postEvent(&dialog, new QCloseEvent);
-        });
-        MsgBox("Texto");
-    });
-    DoEvents(Yield::PaintsAndTimers);
 }
 
-// Names typed into the dialog for files, and "!" for each that it refuses; its columns, whatever the one before left.
+// Names typed into the dialog for files, and "!" for each that it refuses.
 TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
     for (const char* name : {"um.pzl", "dois.tres.pzl", "quatro", "cinco.pzl/x", "outro.txt"}) folder.Write(name, "x");
     FileDialogRequest request{false, "", {{"Jogos (*.pzl)", "*.pzl"}, {"Textos", "*.txt"}}, 1, 0, folder.Path()};
@@ -392,15 +371,6 @@ TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
             for (const int part : {0, 1, 2, 3, 4}) texts += " " + dialog.labelText(QFileDialog::DialogLabel(part));
             texts += dialog.testOption(QFileDialog::DontConfirmOverwrite) ? " silent" : "";
             transcript.Hear(FromText(texts + " " + Described(QRect({}, dialog.size())) + dialog.directory().path()));
-            QCoreApplication::processEvents();
-            QHeaderView& header = *dialog.findChild<QTreeView*>("treeView")->header();
-            EXPECT_EQ(header.length(), header.viewport()->width());
-            for (int column = 0; column < header.count(); ++column) {
-                EXPECT_TRUE(header.visualIndex(column) == column &&
-                            header.sectionSize(column) >= header.sectionSizeHint(column));
-                header.setSectionResizeMode(column, QHeaderView::Interactive), header.resizeSection(column, 20);
-            }
-            header.moveSection(0, 2), header.hideSection(3);
             for (const QString& name : names) {
                 QTimer::singleShot(0, [&] {
                     auto* refusal = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -432,11 +402,6 @@ TEST_F(Windows, ScreenSkinPlacesAndWordsAreTheDesktops) {
     DO(desktop.ScreenWidth(), desktop.ScreenHeight() - desktop.ScreenWidth());
     DO(ResolveColor(WindowColor));
     DO(ResolveColor(ButtonFaceColor));
-    const auto height = [this](double points, const char* text) {
-        return desktop.TextSize({points, false, false}, text).height;
-    };
-    EXPECT_EQ(height(12, "Fento\nLira"), height(12, "F"));
-    EXPECT_GT(height(24, "F"), 1.5 * height(12, "F"));
     const std::string home = qEnvironmentVariable("HOME").toStdString(), program = desktop.ProgramPath();
     const auto places = [&] {
         std::string text;
