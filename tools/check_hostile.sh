@@ -8,4 +8,4 @@ need BUILD RUN TEST
 say "Building..."
 build_preset release || exit 1
 mkdir -p build/check/shots/hostile
-exec timeout -k 10 900 python3 tests/long/hostile.py "$PWD/build/release/fento-lira-master" "$PWD/build/check/shots/hostile"
+exec timeout -k 10 1200 python3 tests/long/hostile.py "$PWD/build/release/fento-lira-master" "$PWD/build/check/shots/hostile"

@@ -1,30 +1,49 @@
-// Plays at random for a while and checks what must always hold.
+// Plays whole games at random and checks what must always hold; and lets every event come at every moment.
 //
-// usage: soak [SECONDS [SEED [say]]]
-// The same seed makes the same moves; only the layout of a new game goes by the time of day as well. "say"
-// prints everything that is done.
-#include <chrono>
+// usage: soak GAMES [SEED [say]]      won or given up; the same seed makes the same moves, "say" prints all that is
+// done
+//        soak cross
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
 
 #include "tests/rough/soak_player.h"
 
+extern "C" size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
+
+namespace {
+
+size_t BytesInUse() {
+    return __sanitizer_get_current_allocated_bytes ? __sanitizer_get_current_allocated_bytes() : mallinfo2().uordblks;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    const double seconds = argc > 1 ? std::atof(argv[1]) : 3;
+    if (argc == 2 && std::string(argv[1]) == "cross") return Cross();
+    const int wanted = argc > 1 ? std::atoi(argv[1]) : 3;
     uint32_t seed = argc > 2 ? uint32_t(std::strtoul(argv[2], nullptr, 10)) : std::random_device{}();
     std::printf("seed %u\n", seed);
     std::fflush(stdout);
 
-    const auto end = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    int steps = 0, boards = 0;
-    while (std::chrono::steady_clock::now() < end) {
-        Soak soak(seed++, argc > 3);
-        while (!soak.Ended() && std::chrono::steady_clock::now() < end) {
-            soak.Step();
-            if (!soak.Ended() && soak.steps % 20 == 0) soak.CheckBoard();
+    int steps = 0, games = 0, boards = 0;
+    size_t least = 0, bytes = 0;
+    while (games < wanted) {
+        {
+            Soak soak(seed++, argc > 3);
+            while (!soak.Ended() && games + soak.games < wanted) {
+                soak.Step();
+                if (!soak.Ended() && soak.steps % 20 == 0) soak.CheckBoard();
+            }
+            steps += soak.steps, games += soak.games, boards += soak.boards;
         }
-        steps += soak.steps, boards += soak.boards;
+        bytes = BytesInUse();
+        if (least == 0) least = bytes;
     }
-    std::printf("%d steps, %d boards compared: all as it must be\n", steps, boards);
-    return boards > 0 ? 0 : 1;
+    std::printf(
+        "%d games, %d steps, %d boards compared: all as it must be; %zu KiB in use after the first run, %zu at the "
+        "end\n",
+        games, steps, boards, least >> 10, bytes >> 10);
+    return bytes <= least + (1 << 20) ? 0 : 1;
 }

@@ -17,10 +17,15 @@ using namespace PuzzleModule;
 
 namespace {
 
+// Three screens, each at densities 1 to 3.
 std::unique_ptr<SoakDesktop> AnyDesktop(uint32_t seed) {
-    constexpr Size Screens[] = {{640, 480}, {800, 600}, {1024, 600}, {480, 700}};
-    return std::make_unique<SoakDesktop>(Screens[seed % std::size(Screens)]);
+    constexpr Size Screens[] = {{640, 480}, {1024, 600}, {480, 700}};
+    auto desktop = std::make_unique<SoakDesktop>(Screens[seed % std::size(Screens)]);
+    desktop->scale = int(1 + seed / std::size(Screens) % 3);
+    return desktop;
 }
+
+bool SamePlace(const PieceRec& a, const PieceRec& b) { return a.X == b.X && a.Y == b.Y && a.PieceId == b.PieceId; }
 
 }  // namespace
 
@@ -42,6 +47,7 @@ Soak::Soak(uint32_t seed, bool verbose)
     desktop_.volumes = {{"/", "/"}, {play_.folder.Path(), "jogo"}};
     MakePictures();
     desktop_.onYield = [this] {
+        if (act) return act();
         if (nested_ >= 3 || !Chance(20)) return;
         ++nested_;
         if (Form* modal = desktop_.TopModal())
@@ -50,11 +56,12 @@ Soak::Soak(uint32_t seed, bool verbose)
             Act();
         --nested_;
     };
-    desktop_.onModal = [this](Form& form) { ActOnDialog(form); };
-    desktop_.modalEvents = [this] { return Any(12); };
+    desktop_.onModal = [this](Form& form) { act ? act() : ActOnDialog(form); };
+    desktop_.modalEvents = [this] { return act ? 1 : Any(12); };
     desktop_.beforeAnswer = [this] {
         Note("an answer is awaited");
         Require(PickedPiece == -1, "a piece is held while a question is open");
+        if (act) return act();
         desktop_.Advance(Any(3));
         CheckState(false);
     };
@@ -83,6 +90,7 @@ void Soak::Note(const std::string& what) {
 
 void Soak::Step() {
     ++steps;
+    const bool ran = GameRunning;
     try {
         if (Any(400) == 0) {
             Note("exit");
@@ -95,6 +103,7 @@ void Soak::Step() {
         ended_ = true;
         return;
     }
+    games += ran && !GameRunning;
     CheckState(true);
     desktop_.log.clear();
     desktop_.boxes.clear();
@@ -336,6 +345,18 @@ void Soak::CheckState(bool outermost) {
             "the picture does not fill the grid");
 }
 
+// With no button down, no piece follows the pointer.
+void Soak::ComeToRest() {
+    for (const int16_t button : {int16_t(2), int16_t(4), int16_t(1)}) play_.Release({50, 50}, button);
+    const std::vector<PieceRec> before(Pieces.begin(), Pieces.end());
+    for (const GameFixture::Spot at : {GameFixture::Spot{90, 70}, {30, 40}}) play_.Move(at, 0);
+    Require(PickedPiece == -1 && std::equal(before.begin(), before.end(), Pieces.begin(), SamePlace),
+            "a piece is glued to the pointer");
+    CheckState(true);
+    stale_ = framed_ = true;
+    CheckBoard();
+}
+
 void Soak::CheckBoard() {
     if (stale_) {
         // Saving sorts the pieces and failing clears the board; both show at the next composition.
@@ -347,14 +368,17 @@ void Soak::CheckBoard() {
     }
     const Surface& shown = board_.Image;
     Surface expected(shown.Width(), shown.Height());
+    expected.SetDensity(shown.PixelDensity());
     reference::DrawBoard(expected, main_.Surfaces.picBG);
     bool equal = true;
-    for (int y = 0; y < shown.Height(); ++y)
-        for (int x = 0; x < shown.Width(); ++x) {
-            if (shown.At(x, y) == expected.At(x, y)) continue;
+    const Rect all = expected.PixelBounds();
+    for (int y = 0; y < all.height; ++y)
+        for (int x = 0; x < all.width; ++x) {
+            const Pixel is = shown.At(x, y);
+            if (is == expected.At(x, y)) continue;
             equal = false;
             constexpr Pixel Frame = 0xFFFFFF00u;  // round a move shown
-            Require(framed_ && shown.At(x, y) == Frame, "the board is another than the model's");
+            Require(framed_ && is == Frame, "the board is another than the model's");
         }
     framed_ = framed_ && !equal;
     ++boards;

@@ -43,16 +43,22 @@ public:
     bool Ended() const { return ended_; }  // by the player: nothing more can be done
     void CheckBoard();                     // against the literal model
 
-    int steps = 0, boards = 0;  // done, and compared
+    void ComeToRest();  // lets go of everything and checks all
+    void Note(const std::string& what);
+    void CheckState(bool outermost);
+    void Require(bool held, const char* what) const;
+    GameFixture& Play() { return play_; }
+    SoakDesktop& TheSoakDesktop() { return desktop_; }
+    std::string AnyPicture() const { return folders_[0] + "/1.jpg"; }
+
+    int steps = 0, games = 0, boards = 0;  // done, played to their ends, and compared
+    std::function<void()> act;             // instead of what comes to the player's mind in yields, dialogs and boxes
 
 private:
     void MakePictures();
-    void Note(const std::string& what);
     void Act();
     void ActOnDialog(Form& form);
     void ActOnThumbs(class frmThumbs& dialog);
-    void Require(bool held, const char* what) const;
-    void CheckState(bool outermost);
 
     int Any(int below) { return int(random_() % uint32_t(below)); }
     bool Chance(int inHundred) { return Any(100) < inHundred; }
@@ -75,3 +81,6 @@ private:
     int nested_ = 0;
     std::deque<std::string> last_;  // what was done last, newest behind
 };
+
+// Lets every event come at every moment. The status of the program.
+int Cross();

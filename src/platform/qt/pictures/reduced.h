@@ -8,7 +8,7 @@
 #include "platform/drawing/geometry.h"
 #include "platform/drawing/surface.h"
 
-inline constexpr int64_t ReducedFrom = 16'000'000;  // pixels from which a picture is reduced while it is taken over
+inline constexpr int64_t ReducedFrom = 4'000'000;  // pixels from which a picture is reduced while it is taken over
 
 // How many pixels of a picture's side may become one: more than one only where there are `from` pixels or more and
 // fewer suffice.
