@@ -103,7 +103,7 @@ def huge(folder, good):
 
 def odd_names(folder, good):
     for name in (b"quebra\nde linha.jpg", b"aspas \"'`$(x).jpg", b".oculta.jpg", b"\xff\xfe\x80.jpg", b"n" * 251 + b".jpg",
-                 "dir \u202egpj.\u202d.jpg".encode(), b"&amp <b>x</b> &b.jpg", b"%s%n.jpg", b"\x1b[31m.jpg", b"..jpg", b"a\\b.jpg"):
+                 "dir \u202egpj.\u202d.jpg".encode(), b"&amp <b>x &b.jpg", b"%s%n.jpg", b"\x1b[31m.jpg", b"..jpg", b"a\\b.jpg"):
         shutil.copy(good, os.path.join(folder.encode(), name))
     os.symlink(".", folder + "/volta")
     os.symlink("b.jpg", folder + "/a.jpg"), os.symlink("a.jpg", folder + "/b.jpg")

@@ -1,9 +1,10 @@
-// The audio device and its callback. The two threads share three atomics and nothing else.
+// The audio device and its callback. The threads share the atomics below and nothing else.
 #include "platform/qt/sound/sound.h"
 
 #include <SDL.h>
 
 #include <atomic>
+#include <chrono>
 #include <thread>
 
 #include "platform/qt/sound/wave_reader.h"
@@ -17,7 +18,12 @@ namespace {
 constexpr int Rate = 44100;
 constexpr int BufferFrames = 512;  // 12 ms: a pick-up is heard at once
 
-std::atomic<int> deviceRate = 0;                          // 0 until the device is open
+using Clock = std::chrono::steady_clock;
+constexpr Clock::duration BetweenTries = std::chrono::seconds(2), LateForASound = std::chrono::seconds(1);
+
+std::atomic<SDL_AudioDeviceID> device = 0;                // 0 until it is open
+std::atomic<bool> opening = false;                        // on its own thread, which alone touches the device then
+std::atomic<int> deviceRate = 0;                          // of the device opened last
 std::atomic<const std::vector<int16_t>*> next = nullptr;  // to start at the next callback
 
 // What plays now; the callback's alone.
@@ -52,7 +58,11 @@ void SilenceAlsa() {
 #endif
 }
 
-void OpenDevice() {
+void OpenDevice(Clock::time_point asked) {
+    if (const SDL_AudioDeviceID dead = device.exchange(0)) {
+        SDL_CloseAudioDevice(dead);
+        SDL_QuitSubSystem(SDL_INIT_AUDIO);
+    }
     SilenceAlsa();
     SDL_SetMainReady();
     SDL_LogSetAllPriority(SDL_LOG_PRIORITY_CRITICAL);
@@ -66,29 +76,43 @@ void OpenDevice() {
     wanted.samples = BufferFrames;
     wanted.callback = Fill;
     // The rate may be the device's: SDL's own change of rate loses samples.
-    const SDL_AudioDeviceID device =
+    const SDL_AudioDeviceID opened =
         SDL_OpenAudioDevice(nullptr, 0, &wanted, &granted, SDL_AUDIO_ALLOW_FREQUENCY_CHANGE);
-    if (device == 0) {
+    if (opened == 0) {
         SDL_QuitSubSystem(SDL_INIT_AUDIO);  // or its thread looks for a sound card ten times a second
         return;
     }
-    SDL_PauseAudioDevice(device, 0);
-    deviceRate.store(granted.freq, std::memory_order_release);
+    // The sound that found the device dead is heard now, unless it took long or is at another rate.
+    if (deviceRate.exchange(granted.freq) != granted.freq || Clock::now() - asked > LateForASound) next = nullptr;
+    device = opened;
+    SDL_PauseAudioDevice(opened, 0);
+}
+
+// A daemon that died has stopped the device. Asked of SDL without a wait.
+bool Sounding() {
+    const SDL_AudioDeviceID now = device;
+    return opening || (now != 0 && SDL_GetAudioDeviceStatus(now) == SDL_AUDIO_PLAYING);
 }
 
 }  // namespace
 
 void QtSound::Open() {
-    static bool begun = false;
-    if (begun) return;
-    begun = true;
-    std::thread(OpenDevice).detach();
+    const Clock::time_point now = Clock::now();
+    if (opening || (tried_ && now - *tried_ < BetweenTries)) return;
+    tried_ = now;
+    opening = true;
+    std::thread([now] {
+        OpenDevice(now);
+        opening = false;
+    }).detach();
 }
 
 void QtSound::Play(std::span<const std::byte> wave) {
-    const int rate = deviceRate.load(std::memory_order_acquire);
-    if (rate == 0 || wave.empty()) return;
-    const auto found = waves_.find(wave.data());
-    const auto& samples = found != waves_.end() ? found->second : waves_[wave.data()] = ReadWave(wave, rate);
-    if (!samples.empty()) next.store(&samples, std::memory_order_release);
+    if (wave.empty()) return;
+    if (!Sounding()) Open();
+    const int rate = deviceRate;
+    if (rate == 0) return;
+    const auto [found, isNew] = waves_.try_emplace({wave.data(), rate});
+    if (isNew) found->second = ReadWave(wave, rate);
+    if (!found->second.empty()) next.store(&found->second, std::memory_order_release);
 }
