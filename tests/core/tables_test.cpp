@@ -55,9 +55,9 @@ TEST(CodePage, TakesTheCharactersOfUtf8AndNothingElse) {
         ASSERT_EQ(FirstCharacters(text + "ab", 2), surrogate ? text.substr(0, 2) : text + "a");
         inPage += ToWindows1252(text).has_value();
     }
-    const char ends[] = {'\x7F', '\x80', '\xBF', '\xC0'};
     for (uint32_t bytes = 0; bytes < 1u << 20; ++bytes)
-        valid += IsValidUtf8(std::string{char(bytes), char(bytes >> 8), ends[bytes >> 16 & 3], ends[bytes >> 18]});
+        valid += IsValidUtf8(std::string{char(bytes), char(bytes >> 8), "\x7F\x80\xBF\xC0"[bytes >> 16 & 3],
+                                         "\x7F\x80\xBF\xC0"[bytes >> 18]});
     // Two characters of one byte or one of two; behind one byte, two bytes of 30 beginnings or three of 14 and of two
     // that take one end only; three of 960 beginnings, and four of 256.
     EXPECT_EQ(valid, 128 * 128 + 1920 + 128 * (30 * 2 + 14 * 4 + 2 * 2) + 960 * 2 + 256 * 4);

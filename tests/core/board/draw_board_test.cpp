@@ -35,9 +35,8 @@ struct RandomPlay : SurfaceListener {
             {"pick-up", [&] { PickUp(Below(int(Pieces.size()))); }},
             {"turn", [&] { RotatePiece(int16_t(Below(int(Pieces.size()))), game.surfaces.picTmp); }},
             {"thrown piece", [&] { Throw(Any()); }},
-            {"top shuffled",
-             [&] { std::shuffle(Pieces.begin(), Pieces.begin() + 1 + Below(int(Pieces.size())), random); }},
-            {"foreign drawing", [&] { Line(board, Below(90), Below(90), 60, 50, Below(0xFFFFFF)); }},
+            {"shuffle", [&] { std::shuffle(Pieces.begin(), Pieces.end(), random); }},
+            {"to the front", [&] { ToFront(Below(int(Pieces.size()))), PickedPiece = -1; }},
             {"background colour", [&] { background.SetBackground(OpaqueBits | uint32_t(random())); }},
             {"background",
              [&] {
@@ -83,10 +82,10 @@ struct RandomPlay : SurfaceListener {
         piece.X = int16_t(Below(board.Width() + 2 * TileSize) - TileSize - 20);
         piece.Y = int16_t(Below(board.Height() + 2 * TileSize) - TileSize - 20);
     }
+    void ToFront(int k) { std::rotate(Pieces.begin(), Pieces.begin() + k, Pieces.begin() + k + 1); }
     // With it goes a block of the picture, or whatever chance tells.
     void PickUp(int element) {
-        std::rotate(Pieces.begin(), Pieces.begin() + element, Pieces.begin() + element + 1);
-        PickedPiece = 0;
+        ToFront(element), PickedPiece = 0;
         const int cols = 2 + Below(GridCols), rows = 2 + Below(GridRows), share = 1 + Below(4), block = Below(3);
         for (PieceRec& piece : Pieces)
             piece.InGroup = (block ? piece.Col < cols && piece.Row < rows : Below(4) < share) ? -1 : 0;
@@ -135,13 +134,13 @@ TEST(DrawBoard, HandsOnLittleMoreThanWhatChanged) {
             piece.X = int16_t(piece.X + dx), piece.Y = int16_t(piece.Y + dy);
         }
     };
-    for (const auto& [pixels, change] : std::initializer_list<std::pair<int, std::function<void()>>>{
-             {1500 * 1000, [] {}},
-             {5670, [&] { move(47, 48, 1, 900, 500); }},
-             {74685, [&] { move(0, 32, 1, 30, 0); }},
-             {74160, [&] { move(0, 32, 1, 7, 11); }},
-             {185304, [&] { move(1, 48, 2, 500, 0); }},
-             {3645, [] { std::rotate(Pieces.begin(), Pieces.begin() + 20, Pieces.begin() + 21); }}}) {
+    for (const auto& [pixels, change] :
+         std::initializer_list<std::pair<int, std::function<void()>>>{{1500 * 1000, [] {}},
+                                                                      {5670, [&] { move(47, 48, 1, 900, 500); }},
+                                                                      {74685, [&] { move(0, 32, 1, 30, 0); }},
+                                                                      {74160, [&] { move(0, 32, 1, 7, 11); }},
+                                                                      {185304, [&] { move(1, 48, 2, 500, 0); }},
+                                                                      {3645, [&] { play.ToFront(20); }}}) {
         play.handed = 0;
         change();
         DrawBoard(play.board, play.background);
