@@ -97,8 +97,7 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
     DO(std::tuple{MkDir(folder / "new"), MkDir(folder / "new"), MkDir(folder / "a/b"), MkDirs(folder / "a/b")});
     DO(std::pair{MkDirs(folder / "a/b"), MkDirs(folder / "file/below")});
     DO(RemoveFile(folder / "file"), RemoveFile(folder / "new"), RemoveFile(folder / "a"), RemoveFile(folder / "none"));
-    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"),
-        data("XDG_DATA_HOME", "/data//");
+    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"), data("XDG_DATA_HOME", "//");
     DO(std::pair{ConfigurationHome(), DataHome()});
     const auto volumes = MachineVolumes("/home/ana"), root = MachineVolumes("/");
     DO(std::tuple{FileTitle(ProgramFile()), volumes[0].root + volumes[0].label, volumes[1].root + volumes[1].label,

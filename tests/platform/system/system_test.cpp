@@ -174,6 +174,7 @@ TEST(Desktop, TimersTickByItsClockAndWordsReachIt) {
     DO(MsgBox("text", YesNo, "title"), desktop.boxes[1].title);
     for (const char* path : {"/opt/games/fento-lira-master", "/a/b.c.exe", "/.x", "/x"})
         DO(desktop.programPath = path, std::pair(AppPath(), AppEXEName()));
+    EXPECT_THROW(End(), HeadlessDesktop::ProgramEnded);
     const std::time_t now = std::time(nullptr);
     const std::tm local = *std::localtime(&now);
     const double late = SecondsSinceMidnight() - (local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec);
