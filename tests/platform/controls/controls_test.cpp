@@ -115,6 +115,9 @@ TEST_F(Controls, StandWhereTheyWerePutAndPeersHearWhatChanged) {
                  STEP(sheet.SetBackColor(Chance() ? Rgb(1, 2, 3) : WindowColor)) |
                  STEP(sheet.SetBorder(Chance() ? Border::Thin : Border::None)) |
                  STEP(Any().SetAccessibleName(Chance() ? "a" : "b")) | STEP(void(desktop.scale = Chance() ? 1.25 : 1)));
+    // Only another size in pixels clears the image.
+    for (const double size : {300.0, 303.0, 315.0})
+        DO(box.SetWidth(size), SetPixel(box.Image, 1, 1, 0)), DO(box.SetHeight(size), SetPixel(box.Image, 1, 1, 0));
     for (Control* dying : {new Control("container"), static_cast<Control*>(new Label("child"))}) {
         controls.push_back(dying);
         DO(form.AddChild(*dying), dying->AddChild(image), sheet.SetVisible(true));
@@ -146,7 +149,7 @@ TEST_F(Controls, HearThePlayerWhereTheyAreShownAndEnabled) {
     bar.Scroll = transcript.Told("scroll");
     form.KeyDown = [&](Key key) { transcript.Told("key")(int(key)); };
     const auto value = [&] {
-        return transcript.Draw<double>({-1390, -700, -1, 0, 0.5, 1.5, 30, 42.5, 100.5, 32767.4, 4e4, NAN});
+        return transcript.Draw<double>({-1390, -700, -1, 0, 0.5, 1, 1.5, 30, 42.5, 100.5, 32767.4, 4e4, NAN});
     };
     const auto slide = [&] {
         const int to = transcript.Draw<int>({-90, 0, 20, 20, 70, 99999});
@@ -294,6 +297,7 @@ TEST_F(Controls, CellsHearThePressesOnThem) {
     const Steps steps = Steps() | STEP(press()) | STEP(press(), release()) | STEP(release()) | STEP(release()) |
                         STEP(move()) | STEP(cells.DeliverDblClick(some(), 50)) | STEP(cells.SetEnabled(Mostly())) |
                         STEP(cells.DeliverWheel({1, 2}));
+    DO(cells.Change(0).figure.toolTip = cells.Change(0).frame.toolTip = "of all");
     DO(fill());
     transcript.Walk(10, steps);
     cells.FigureClick = transcript.Told("figure"), cells.FrameClick = transcript.Told("frame");
