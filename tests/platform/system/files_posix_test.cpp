@@ -73,7 +73,7 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
         transcript.Write(name +
                          testing::PrintToString(std::tuple(FolderExists(path), FileExists(path), IsRegularFile(path),
                                                            FileLen(path), ReadFile(path), CanBeListed(path),
-                                                           IsWritableFolder(path), OpenRegular(path) >= 0)));
+                                                           IsWritableFolder(path), close(OpenRegular(path)) == 0)));
     }
     DO(std::pair{ReadFile(folder / "file", 5), ReadFile(folder / "file", 4)});
     const std::string large(200'001, 'x');
