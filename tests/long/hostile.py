@@ -196,6 +196,7 @@ def main(program, shots):
         watched(game, pointer, "odd names", odd_names, good)
         watched(game, pointer, "huge", huge, good)
         watched(game, pointer, "50,000 files that change", many, good, changing)
+        doors(game)
         game.end()
         check(not open(game.terminal, "rb").read(), "the terminal got something")
         without_rights(screen, program, shots)

@@ -5,7 +5,6 @@ import signal
 import subprocess
 import tempfile
 import threading
-import time
 from array import array
 
 from desktop import wait_for
@@ -33,12 +32,18 @@ class Daemon(Closing):
         self.env = {k: v for k, v in os.environ.items() if not k.startswith(("PULSE", "XDG_", "DISPLAY", "DBUS"))}
         self.env.update(HOME=self.folder, XDG_RUNTIME_DIR=self.folder, PULSE_RUNTIME_PATH=self.folder,
                         PULSE_SERVER=self.server, LC_ALL="C.UTF-8")
+        self.log = log
+        self.start()
+
+    def start(self):
+        if os.path.exists(self.socket):
+            os.remove(self.socket)
         self.process = subprocess.Popen(
             ["pulseaudio", "-n", "--daemonize=no", "--use-pid-file=no", "--exit-idle-time=-1",
              "--realtime=yes", "--high-priority=yes", "--log-target=stderr",
              "-L", f"module-native-protocol-unix socket={self.socket} auth-anonymous=1",
              "-L", f"module-null-sink sink_name=fento rate={RATE} channels=1 format=s16le"],
-            stdin=subprocess.DEVNULL, stdout=log, stderr=log, env=self.env)
+            stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log, env=self.env)
         wait_for(lambda: os.path.exists(self.socket) and self.ask("info").returncode == 0, "the sound daemon")
 
     def ask(self, *words):
@@ -71,16 +76,10 @@ class Daemon(Closing):
 
 
 class Recorder(Closing):
-    """Everything that the sink gets, from now on, and when each sample of it went by.
-
-    The position of a sample is exact; the moments at which chunks arrive are late by a varying time, never
-    early. The earliest of them, reckoned back by position, gives the clock: what it says is the latest moment
-    at which a sample can have been on its way out of the sink.
-    """
+    """Everything that the sink gets, from now on."""
 
     def __init__(self, daemon, log):
         self.samples = array("h")
-        self.start = None
         self.process = subprocess.Popen(
             ["parec", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=1", "--device=fento.monitor",
              "--latency-msec=4", "--volume=65536"],
@@ -90,27 +89,15 @@ class Recorder(Closing):
         wait_for(lambda: len(self.samples) > RATE // 2, "the recording to run")
 
     def _read(self):
-        moments, left = [], b""
-        while True:
-            chunk = os.read(self.process.stdout.fileno(), 65536)
-            now = time.monotonic()
-            if not chunk:
-                return
+        left = b""
+        while chunk := os.read(self.process.stdout.fileno(), 65536):
             left += chunk
             whole = len(left) // 2 * 2
             self.samples.frombytes(left[:whole])
             left = left[whole:]
-            moments.append((now, now - len(self.samples) / RATE))
-            # The sink's clock and ours drift apart: only the last seconds count.
-            while moments[0][0] < now - 20:
-                moments.pop(0)
-            self.start = min(moment[1] for moment in moments)
 
     def position(self):
         return len(self.samples)
-
-    def moment(self, position):
-        return self.start + position / RATE
 
     def close(self):
         self.process.terminate()
