@@ -1,6 +1,5 @@
 #!/bin/bash
-# Kills a program that saves, at random moments; lets calls fail, takes room, rights and folders away; two programs save
-# at once: the old file or the new one is there, whole. ./check kill [TIMES [SEED]]: 1,000 unless told.
+# Kills a program that saves, at random moments; lets each call of a save fail; two programs save at once: the old file or the new one is there, whole. ./check kill [TIMES [SEED]]: 1,000 unless told.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh

@@ -6,9 +6,7 @@
 // usage: kill_check FOLDER [KILLS [SEED]]
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -216,37 +214,6 @@ void Hindrances(const std::string& folder, Program& program) {
     tries("with room again", true);
 }
 
-void Places(const std::string& folder) {
-    Await(
-        InAChild([&] {
-            Program program(folder);
-            for (const char* const what : {"folder", "vanished", "full"}) {
-                const std::string place = folder + "/" + what;
-                fs::create_directories(place + (*what == 'v' ? "" : *what == 'f' && what[1] == 'o' ? "/jogo.pzl" : ""));
-                if (*what == 'v') fs::remove_all(place);
-                const bool full = what[1] == 'u';
-                if (full && mount("tmpfs", place.c_str(), "tmpfs", 0, "size=16k") != 0) {
-                    std::puts("skipped without the right to mount: a full disk");
-                    continue;
-                }
-                if (full) std::ofstream(place + "/fill") << std::string(14000, 'x');
-                program.desktop.fileAnswers.assign(1, place + "/jogo.pzl");
-                program.Menu("mnuSaveGame");
-                const bool bad = GameRunning && !fs::is_regular_file(place + "/jogo.pzl");
-                if (full) umount(place.c_str());
-                Require(bad, place);
-                fs::remove_all(place);
-            }
-            program.Save(1);
-            chmod(folder.c_str(), 0555);
-            if (geteuid() == 0 && seteuid(65534) != 0) Fail("no ordinary user");
-            program.Save(2);
-            Require(SecondsOf(folder) == 1 && GameRunning, "a folder that may not be written");
-            seteuid(0), chmod(folder.c_str(), 0755);
-        }),
-        "places");
-}
-
 // Two programs on one folder: each writes settings of its own, both save the same game.
 void TwoAtOnce(const std::string& folder) {
     constexpr int Times = 300;
@@ -287,8 +254,7 @@ int main(int argc, char** argv) {
               Hindrances(folder, program);
           }),
           "hindrances");
-    Places(folder);
-    std::puts("calls that fail, no room, no rights, no folder: the old file stays whole, the game goes on");
+    std::puts("calls that fail, no room, no descriptors: the old file stays whole, the game goes on");
     std::fflush(stdout);
     TwoAtOnce(folder);
 }

@@ -3,19 +3,26 @@
 // usage: soak GAMES [SEED [say]]      won or given up; the same seed makes the same moves, "say" prints all that is
 // done
 //        soak cross
-#include <malloc.h>
-
 #include <cstdio>
 #include <cstdlib>
 
 #include "tests/rough/soak_player.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+
 extern "C" size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
+#endif
 
 namespace {
 
+// 0 where that is not told.
 size_t BytesInUse() {
+#ifdef __GLIBC__
     return __sanitizer_get_current_allocated_bytes ? __sanitizer_get_current_allocated_bytes() : mallinfo2().uordblks;
+#else
+    return 0;
+#endif
 }
 
 }  // namespace

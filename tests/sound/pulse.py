@@ -1,11 +1,9 @@
-"""A sound daemon of our own with one sink that goes nowhere, and a recorder of what goes there."""
+"""A sound daemon of our own with one sink that goes nowhere."""
 
 import os
 import signal
 import subprocess
 import tempfile
-import threading
-from array import array
 
 from desktop import wait_for
 
@@ -73,33 +71,3 @@ class Daemon(Closing):
             except subprocess.TimeoutExpired:
                 self.die()
         subprocess.run(["rm", "-rf", self.folder], check=False)
-
-
-class Recorder(Closing):
-    """Everything that the sink gets, from now on."""
-
-    def __init__(self, daemon, log):
-        self.samples = array("h")
-        self.process = subprocess.Popen(
-            ["parec", "--raw", "--format=s16le", f"--rate={RATE}", "--channels=1", "--device=fento.monitor",
-             "--latency-msec=4", "--volume=65536"],
-            env=daemon.env, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=log)
-        self.thread = threading.Thread(target=self._read, daemon=True)
-        self.thread.start()
-        wait_for(lambda: len(self.samples) > RATE // 2, "the recording to run")
-
-    def _read(self):
-        left = b""
-        while chunk := os.read(self.process.stdout.fileno(), 65536):
-            left += chunk
-            whole = len(left) // 2 * 2
-            self.samples.frombytes(left[:whole])
-            left = left[whole:]
-
-    def position(self):
-        return len(self.samples)
-
-    def close(self):
-        self.process.terminate()
-        self.process.wait(5)
-        self.thread.join(5)
