@@ -8,19 +8,21 @@
 
 #include "platform/system/files.h"
 
-// A golden text as this system writes it: paths within it have other separators on Windows. Nothing else differs.
-inline std::string Golden(std::string bytes, bool text) {
-    if (text) std::ranges::replace(bytes, PathSeparator, '/');
-    return bytes;
+// A text whose paths are written as elsewhere: on Windows they have other separators, doubled where they are quoted.
+inline std::string WithSlashes(std::string text) {
+    for (size_t at = 0; PathSeparator != '/' && (at = text.find(PathSeparator, at)) != text.npos; ++at)
+        text.replace(at, text.compare(at, 2, 2, PathSeparator) == 0 ? 2 : 1, "/");
+    return text;
 }
 
 // Compares `bytes` with the golden file of that name. Another file is left in the build folder, and the first line
 // that differs is told. With FENTO_ACCEPT_GOLDEN=1 in the environment it becomes the golden one instead.
 inline void ExpectGolden(const std::string& name, const std::string& made) {
-    const std::string bytes = Golden(made, name.ends_with(".txt"));
+    const std::string bytes = name.ends_with(".txt") ? WithSlashes(made) : made;
     const std::string path = FENTO_SOURCE_DIR "/tests/golden/" + name, actual = FENTO_BUILD_DIR "/" + name;
     const bool accepted = std::getenv("FENTO_ACCEPT_GOLDEN") && WriteFileAtomically(path, bytes);
-    const std::string expected = Golden(ReadFile(path).value_or(""), name.ends_with(".txt"));
+    const std::string golden = ReadFile(path).value_or(""),
+                      expected = name.ends_with(".txt") ? WithSlashes(golden) : golden;
     if (bytes == expected) return;
     const auto lineAt = [at = std::ranges::mismatch(bytes, expected).in1 - bytes.begin()](const std::string& text) {
         const size_t begin = at > 0 ? text.rfind('\n', size_t(at) - 1) + 1 : 0;

@@ -46,7 +46,9 @@ public:
         return [this, what](const auto&... values) { Hear(what + testing::PrintToString(std::tuple(values...))); };
     }
     void Write(std::string line) {
-        const auto& [what, name] = changing;
+        const auto& [path, name] = changing;
+        const std::string what = WithSlashes(path);
+        line = WithSlashes(line);
         for (size_t at = 0; !what.empty() && (at = line.find(what, at)) != line.npos;)
             line.replace(at, what.size(), name);
         text_ += line + "\n";
