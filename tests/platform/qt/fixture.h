@@ -102,9 +102,9 @@ inline void AddMenu(const QList<QAction*>& actions, const std::string& path, Sta
 }
 
 // The window of a form, everything in it, and the order of its keys.
-inline void AddWindow(const Form& form, const std::string& home, State& state) {
+inline State AddWindow(const Form& form, const std::string& home, State state = {}) {
     const FormWindow* window = FormWindow::Of(form);
-    if (!window) return;
+    if (!window) return state;
     const QRect place = window->geometry().translated(-QGuiApplication::primaryScreen()->geometry().topLeft());
     const auto* bar = window->findChild<QMenuBar*>();  // of a height that hangs on its font
     QString text = Described(bar ? QRect(place.x(), place.bottom() + 1, place.width(), 0) : place);
@@ -116,4 +116,5 @@ inline void AddWindow(const Form& form, const std::string& home, State& state) {
     state[form.Name()] = FromText(text);
     AddWidgets(form, ToText(home), state);
     if (bar) AddMenu(bar->actions(), form.Name() + " menu", state);
+    return state;
 }

@@ -18,11 +18,7 @@ TEST_F(GameWindows, AreMadeOfTheseWidgets) {
     FrmSplash splash(main);
     for (Form* form : std::initializer_list<Form*>{&main, &thumbs, &help, &about, &splash}) {
         form->OnActivate = {};
-        transcript.state = [form] {
-            State state;
-            AddWindow(*form, "/nowhere", state);
-            return state;
-        };
+        transcript.state = [form] { return AddWindow(*form, "/nowhere"); };
         DO(form == &main ? form->Load() : form->Show());
         QWidget* const focus = Window(*form).focusWidget();
         for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
@@ -33,8 +29,7 @@ TEST_F(GameWindows, AreMadeOfTheseWidgets) {
     }
 }
 
-// In every state of its item something dark stands where the tick is, or else nothing.
-TEST_F(GameWindows, TheSkinsTickIsSeen) {
+TEST_F(GameWindows, TheSkinsTickIsSeenInEveryStateOfItsItem) {
     ASSERT_TRUE(desktop.LoadSkin(ReadFile(FENTO_SOURCE_DIR "/assets/Puzzle.skn").value_or("")));
     frmMain main;
     main.OnLoad = {};
@@ -43,10 +38,8 @@ TEST_F(GameWindows, TheSkinsTickIsSeen) {
     QMenu* menu = Window(main).MenuBar().actions().at(1)->menu();
     menu->adjustSize();
     QAction* item = menu->actions().at(3);
-    for (const std::string state : {"enabled", "selected", "disabled", "unchecked"}) {
-        menu->setActiveAction(state == "selected" ? item : nullptr);
-        item->setEnabled(state != "disabled");
-        item->setChecked(state != "unchecked");
+    for (const int state : {0, 1, 2, 3}) {
+        menu->setActiveAction(state == 1 ? item : nullptr), item->setEnabled(state != 2), item->setChecked(state != 3);
         const QImage row = menu->grab(menu->actionGeometry(item)).toImage();
         int most = 0;
         for (int i = 0; i < 18 * row.height(); ++i)

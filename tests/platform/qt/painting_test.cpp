@@ -176,14 +176,15 @@ TEST_F(Painting, TextsOnTheDesktopsColoursStayLegibleWhateverTheseAre) {
                        {"#101010", Rgb(0, 0, 200), "#8080ff", Chosen, true, true},
                        {"#101010", Rgb(0, 0, 200), "#8080ff", Chosen, true, false, true},
                        {"#101010", Rgb(0, 0, 200), "#8080ff", Text, true, false, false, true},
-                       {"#ffffff", Rgb(0x94, 0x94, 0x94), "#0000ff", Chosen},  // 3.03 to 1
-                       {"#ffffff", Rgb(0x96, 0x96, 0x96), "#0000ff", Link},    // 2.96
-                       {"#000000", Rgb(0, 0x65, 0), "#8080ff", Link},          // 2.9
-                       {"#000000", Rgb(0, 0x6A, 0), "#8080ff", Chosen},        // 3.1
-                       {"#000000", Rgb(0xB4, 0, 0), "#8080ff", Link},          // 2.9
-                       {"#000000", Rgb(0xBA, 0, 0), "#8080ff", Chosen},        // 3.1
-                       {"#ffffff", Rgb(0, 0xA0, 0xFF), "#0000ff", Link},       // 2.8
-                       {"#ffffff", Rgb(0, 0x98, 0xFF), "#0000ff", Chosen}};    // 3.03
+                       // Contrasts of 3.03, 2.96, 2.9, 3.1, 2.9, 3.1, 2.8, 3.03 to 1.
+                       {"#ffffff", 0x949494, "#0000ff", Chosen},
+                       {"#ffffff", 0x969696, "#0000ff", Link},
+                       {"#000000", 0x006500, "#8080ff", Link},
+                       {"#000000", 0x006A00, "#8080ff", Chosen},
+                       {"#000000", 0x0000B4, "#8080ff", Link},
+                       {"#000000", 0x0000BA, "#8080ff", Chosen},
+                       {"#ffffff", 0xFFA000, "#0000ff", Link},
+                       {"#ffffff", 0xFF9800, "#0000ff", Chosen}};
     const QPalette before = QApplication::palette();
     for (const auto& each : cases) {
         QPalette palette = before;

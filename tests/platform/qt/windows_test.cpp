@@ -15,7 +15,7 @@ protected:
         transcript.changing = {folder.Path(), "~"};
         transcript.state = [this] {
             State state;
-            for (const Form* each : shown) AddWindow(*each, folder.Path(), state);
+            for (const Form* each : shown) state = AddWindow(*each, folder.Path(), state);
             return state;
         };
         const auto add = [](Control& parent, Control& child, double x, double y, double width, double height) {
@@ -178,9 +178,8 @@ TEST_F(Windows, HearThePlayer) {
     const std::vector<Qt::MouseButton> buttons{L, L, L, R, M, Qt::ExtraButton3, Qt::ExtraButton24};
     const std::vector<Control*> mouse{&box,   &box,  &box,  &edged, &inner, &image,
                                       &label, &link, &push, &frame, &sheet, &form};
-    const std::vector<int> codes{Qt::Key_Escape, Qt::Key_Left,   Qt::Key_Right, Qt::Key_Up,
-                                 Qt::Key_Down,   Qt::Key_PageUp, Qt::Key_Home,  Qt::Key_End,
-                                 Qt::Key_Return, Qt::Key_B,      Qt::Key_Enter, Qt::Key_PageDown};
+    std::vector<int> codes{Qt::Key_Escape, Qt::Key_Return, Qt::Key_Enter, Qt::Key_B};
+    for (int key = Qt::Key_Home; key <= Qt::Key_PageDown; ++key) codes.push_back(key);
     transcript.Walk(700,
                     Steps{} | STEP(Press(transcript.Draw(buttons))) | STEP(Press(L)) | STEP(Release(L)) |
                         STEP(Release(transcript.Draw(buttons))) | STEP(Double(transcript.Draw(buttons))) |
@@ -336,10 +335,8 @@ TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
         });
         return int(MsgBox("Um <b>texto</b>", style, FromText(title)));
     };
-    DO(ask(OKOnly, Qt::Key_Return));
-    DO(ask(Critical, Qt::Key_Escape));
-    DO(ask(YesNo | Question, Qt::Key_Return));
-    DO(ask(YesNo | Question, Qt::Key_Escape));
+    for (const int style : {int(OKOnly), int(Critical), YesNo | Question})
+        for (const int key : {Qt::Key_Return, Qt::Key_Escape}) DO(ask(style, key));
     DO(ask(YesNo | Exclamation, 0, QString(25, 'M')));
     std::array<Color, 16> custom{};
     const auto colour = [&](bool accepts) {
@@ -384,9 +381,7 @@ TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
         });
         return desktop.FileDialog(request).value_or("cancelled") + " " + std::to_string(request.filterIndex);
     };
-    DO(type(false, {"um"}));
-    DO(type(false, {"dois.tres"}));
-    DO(type(false, {"quatro"}));
+    for (const char* name : {"um", "dois.tres", "quatro"}) DO(type(false, {name}));
     DO(type(false, {"nada", "nada.pzl", "cinco", "um.pzl"}));
     DO(type(false, {"um", "outro"}, 2));
     DO(type(false, {"nada"}, 9));
@@ -400,21 +395,13 @@ TEST_F(Windows, ScreenSkinPlacesAndWordsAreTheDesktops) {
     form.Load();
     DO(desktop.ApplySkin(form), !Window(form).styleSheet().isEmpty());
     DO(desktop.ScreenWidth(), desktop.ScreenHeight() - desktop.ScreenWidth());
-    DO(ResolveColor(WindowColor));
-    DO(ResolveColor(ButtonFaceColor));
-    const std::string home = qEnvironmentVariable("HOME").toStdString(), program = desktop.ProgramPath();
-    const auto places = [&] {
-        std::string text;
-        for (const Volume& volume : desktop.QtDesktop::Volumes())
-            if (volume.kind != Volume::Kind::Drive)
-                text += volume.label + (volume.root.starts_with(home) ? " ~" + volume.root.substr(home.size()) : " /") +
-                        ";";
-        return text;
-    };
-    DO(places());
-    folder.MakeFolder(std::filesystem::relative(home + "/Pictures", folder.Path()).string());
-    DO(places());
-    EXPECT_TRUE(program.ends_with("/qt_tests") && std::filesystem::exists(program));
+    for (const Color colour : {WindowColor, ButtonFaceColor}) DO(ResolveColor(colour));
+    const std::string home = qEnvironmentVariable("HOME").toStdString();
+    transcript.changing = {home, "~"};
+    std::filesystem::create_directory(home + "/Pictures");
+    for (const Volume& volume : desktop.QtDesktop::Volumes())
+        if (volume.kind != Volume::Kind::Drive) transcript.Write(volume.label + " " + volume.root);
+    EXPECT_TRUE(desktop.ProgramPath().ends_with("/qt_tests"));
     InstallPortuguese();
     DO(FromText(QCoreApplication::translate("QColorDialog", "&HTML:") + QLocale().name()));
     EXPECT_NE(QCoreApplication::translate("QFileDialog", "Look in:"), "Look in:");
