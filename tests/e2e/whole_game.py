@@ -1,5 +1,5 @@
-"""The whole program on one screen: choosing, playing, saving, switches, small windows, giving up, the next run, the
-picture on the board, sound, and all of it without a window manager.
+"""The whole program on one screen: choosing, playing, saving, small windows, the next run, the picture on the board,
+sound, and the start without a window manager.
 
 usage: whole_game.py PROGRAM SCREENSHOT_FOLDER
 """
@@ -31,16 +31,9 @@ def around_the_board(game):
         pixel = screen.pixels()
         return sum(pixel(x + width - a, y + height - b) != game.BOARD for a in range(40, 180) for b in range(40, 150))
 
-    def toggle(*steps, leaves):
-        game.menu(1, *steps, "Return")
-        wait_for(lambda: game.settings() == "[SETUP]\n" + leaves, f"{leaves} written")
-        return panel()
-
-    shown = toggle("Up", "Up", "Up", leaves="Som=False\n")
-    check(shown - toggle("Up", "Up", leaves="Som=False\nNavegador=False\n") > 8000, "the panel did not go")
-    toggle("Up", "Up", leaves="Som=False\nNavegador=True\n")
+    shown = panel()
     screen.drag(x + width - 100, y + height - 110, x + width - 400, y + height - 260, steps=10)
-    check(toggle("Up", "Up", "Up", leaves="Som=True\nNavegador=True\n") < shown - 8000, "the panel did not move")
+    check(panel() < shown - 8000, "the panel did not move")
 
     # A window that opens in a drag: the piece is let go first and does not stick to the pointer.
     saved = game.save("antes")
@@ -96,31 +89,12 @@ def play_on(game, picture):
     check(sum(apart) < BOUND * len(apart), f"board and picture are {sum(apart) / len(apart):.1f} apart")
 
 
-def give_up(game):
-    """A move is framed in yellow; giving up brings the picture together."""
-    screen = game.screen
-    game.start_picture(3)
-    game.refresh_menu(1)
-    screen.key("ctrl+m")
-    pixel = screen.pixels()
-    yellow = sum(pixel(x, y) == (255, 255, 0) for y in range(60, screen.height - 60) for x in range(screen.width))
-    check(yellow >= 3 * 66, f"only {yellow} yellow pixels frame the move shown")
-    screen.screenshot(game.shots + "/5-move.png")
-    game.menu(1, "Down", "Down", "Return")
-
-    def whole():
-        shown = screen.pixels()
-        return all(shown(x, 130) != Game.BOARD for x in range(100, 260))
-
-    wait_for(whole, "giving up to bring the picture together")
-
-
 def colour(game):
     """The colour of the board, now and in the next run."""
     screen = game.screen
     game.menu(1, "Up", "Return")
     screen.window("Cor")
-    screen.screenshot(game.shots + "/6-colour.png")
+    screen.screenshot(game.shots + "/5-colour.png")
     screen.key("alt+h", "ctrl+a")  # the field that takes the colour as text
     screen.type("#a0c8b4")
     screen.key("Return")
@@ -165,11 +139,10 @@ def main(program, shots):
         choose(game)
         around_the_board(game)
         play_on(game, game.folder + "/Imagens/flor, a.jpg")
-        give_up(game)
         colour(game)
         if not game.for_windows:
             without_a_manager(game)
-    print("chosen, played, saved, taken up again, won, given up; seen, heard and kept")
+    print("chosen, played, saved, taken up again and won; seen, heard and kept")
 
 
 if __name__ == "__main__":

@@ -129,37 +129,6 @@ TEST_F(Painting, ControlsWithoutTextLookAsEver) {
     ExpectGolden("place_icons.bmp", Bmp(icons));
 }
 
-// Where the ink of a text lies; what does not fit is drawn together until it does.
-TEST_F(Painting, ALabelsTextStandsOnItsSideAndStaysInside) {
-    const auto ink = [](const char* text, int width, int height, Alignment side, bool wrap = false) {
-        Form window("window", "", ScaleMode::Pixels, FormBorder::None);
-        Label label("label");
-        window.AddChild(label);
-        label.Place(0, 0, width, height), window.Place(0, 0, 6000, 3000);
-        label.SetLook({{12, false, false}, 0, Rgb(255, 255, 255), false, side, wrap, false});
-        label.SetCaption(text);
-        window.Show();
-        DoEvents();
-        const QImage shown = Shown(On(label));
-        QRegion dark;
-        for (int i = 0; i < width * height; ++i)
-            if (qGray(shown.pixel(i % width, i / width)) < 200) dark += QRect(i % width, i / width, 1, 1);
-        return dark.boundingRect();
-    };
-    const QRect whole = ink("Fento", 200, 40, Alignment::Left);
-    EXPECT_TRUE(whole.left() < 4 && whole.top() < 8);
-    EXPECT_GT(ink("Fento", 200, 40, Alignment::Right).right(), 195);
-    EXPECT_NEAR(ink("Fento", 200, 40, Alignment::Center).center().x(), 100, 2);
-    EXPECT_GT(ink("Fento\rLira", 200, 60, Alignment::Left).height(), 1.5 * whole.height());
-    EXPECT_GT(ink("Fento Fento", whole.width() + 10, 60, Alignment::Left, true).height(), 1.5 * whole.height());
-    for (const double part : {0.9, 0.82, 0.6}) {  // narrower faces go before smaller ones
-        const int width = int(whole.width() * part);
-        const QRect fitted = ink("Fento", width, 40, Alignment::Left);
-        EXPECT_TRUE(fitted.right() < width - 1 && fitted.width() > 0.8 * width) << part;
-        EXPECT_EQ(fitted.height() > whole.height() - 2, part > 0.8) << part;
-    }
-}
-
 // The colour of a text: the game's own, unless the desktop has the ground and it cannot be read there.
 TEST_F(Painting, TextsOnTheDesktopsColoursStayLegibleWhateverTheseAre) {
     enum { Chosen, Link, Text };

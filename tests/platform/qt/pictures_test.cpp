@@ -166,22 +166,6 @@ TEST(Pictures, EveryFileIsTheLibrarysPictureReduced) {
     }
 }
 
-TEST(Pictures, OfACutBitmapTheHeadIsTakenAsByTheLibraryAndTheRowsThatAreNotThereAreBlack) {
-    const TempFolder folder;
-    for (const int height : {40, -40}) {
-        const std::string all = Bitmap(Kinds[0], 21, height);
-        const QImage whole = Model(folder, "whole", all).whole;
-        for (size_t kept = 0; kept < 60; ++kept) {
-            const Model cut(folder, "head", all.substr(0, kept));
-            EXPECT_EQ(ReadPicture(cut.path, {2, 4}, {}, 1).has_value(), !cut.whole.isNull()) << kept;
-        }
-        // Twelve rows and nearly one more.
-        Model cut(folder, "cut", all.substr(0, 54 + 13 * 64 - 1));
-        QPainter((cut.whole = whole, &cut.whole)).fillRect(0, height < 0 ? 12 : 0, 21, 28, Qt::black);
-        cut.Check({10, 20}, 1);
-    }
-}
-
 TEST(Pictures, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {
     const TempFolder folder;
     ASSERT_TRUE(QImage(8, 8, QImage::Format_RGB32).save(QString::fromStdString(folder / "png.jpg"), "PNG"));
