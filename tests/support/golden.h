@@ -11,7 +11,7 @@
 // A text whose paths are written as elsewhere: on Windows they have other separators, doubled where they are quoted.
 inline std::string WithSlashes(std::string text) {
     for (size_t at = 0; PathSeparator != '/' && (at = text.find(PathSeparator, at)) != text.npos; ++at)
-        text.replace(at, text.compare(at, 2, 2, PathSeparator) == 0 ? 2 : 1, "/");
+        text.replace(at, text.substr(at + 1, 1) == std::string(1, PathSeparator) ? 2 : 1, "/");
     return text;
 }
 
