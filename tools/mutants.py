@@ -236,6 +236,7 @@ class Workshop:
             self.limits[program] = 10 + 5 * (time.monotonic() - begin)
             self.ignored |= set(failed)
             print(f"{program}: {time.monotonic() - begin:.1f} s {' '.join(failed)}", flush=True)
+        self.real = [script for script in self.real if f"{script}:RealWindow" not in self.ignored]
 
     def killers(self, programs):
         with concurrent.futures.ThreadPoolExecutor(self.jobs) as pool:
