@@ -1,4 +1,4 @@
-// Saves again and again while it is killed, while calls fail, while there is no room, and while another program saves.
+// Saves again and again while it is killed, while calls fail, and while another program saves.
 //
 // A child plays on the desktop without a screen and saves by the menu. Every file tells by itself whether it is whole:
 // the pieces stand where the saved number of seconds puts them. Nothing may be lost that was said to be saved.
@@ -6,7 +6,6 @@
 // usage: kill_check FOLDER [KILLS [SEED]]
 #include <dlfcn.h>
 #include <fcntl.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -202,16 +201,7 @@ void Hindrances(const std::string& folder, Program& program) {
     for (int call = 1; call <= 5; ++call) failing = call, tries("call " + std::to_string(call) + " fails", false);
     for (int call = 6; call <= 7; ++call) failing = call, tries("the folder can't be flushed", true);
     halfWrites = true, tries("writes of half", true), halfWrites = false;
-    rlimit before{};
-    for (const auto& [kind, most, what] : {std::tuple{RLIMIT_FSIZE, rlim_t(100), "files that may not grow"},
-                                           {RLIMIT_NOFILE, rlim_t(0), "no file can be opened"}}) {
-        getrlimit(kind, &before);
-        const rlimit limit{most, before.rlim_max};
-        const int32_t old = SecondsOf(folder);
-        setrlimit(kind, &limit), program.Save(9), setrlimit(kind, &before);
-        Require(SecondsOf(folder) == old && GameRunning, what);
-    }
-    tries("with room again", true);
+    tries("afterwards", true);
 }
 
 // Two programs on one folder: each writes settings of its own, both save the same game.
@@ -244,7 +234,6 @@ int main(int argc, char** argv) {
     const uint32_t seed = argc > 3 ? uint32_t(std::atoi(argv[3])) : std::random_device{}() & 0xFFFFFF;
     std::printf("seed %u\n", seed), std::fflush(stdout);
     std::mt19937 random{seed};
-    std::signal(SIGXFSZ, SIG_IGN);
     fs::create_directories(folder);
     MakeConfig(folder);
     WritePicture(folder + ".bmp", {390, 260});
@@ -254,7 +243,7 @@ int main(int argc, char** argv) {
               Hindrances(folder, program);
           }),
           "hindrances");
-    std::puts("calls that fail, no room, no descriptors: the old file stays whole, the game goes on");
+    std::puts("calls that fail one by one: the old file stays whole, the game goes on");
     std::fflush(stdout);
     TwoAtOnce(folder);
 }
