@@ -7,6 +7,7 @@
 #include "platform/qt/desktop.h"
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
+#include "platform/system/machine.h"
 
 namespace {
 
@@ -63,6 +64,8 @@ void QtDesktop::RunModal(Form& form) {
     if (form.IsShown()) loop.exec();
     std::erase_if(modal_, [&](const ModalLoop& entry) { return entry.loop == &loop; });
     decoded_.reset();
+    // By then the stack has unwound and the form is gone, with all its thumbnails.
+    QTimer::singleShot(0, this, GiveMemoryBack);
 }
 
 // The loop of a form that is hidden from deep inside ends when the stack has unwound to it.

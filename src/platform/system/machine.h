@@ -14,3 +14,6 @@ std::vector<Volume> MachineVolumes(const std::string& home);
 
 // Waits for that long, no more than a few milliseconds longer.
 void SleepSeconds(double seconds);
+
+// Hands what the program has freed back to the system, which allocators else keep for the next time.
+void GiveMemoryBack();

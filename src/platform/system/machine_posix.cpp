@@ -1,6 +1,9 @@
 // Volumes below one root, and the program's file where the kernel has it.
 #include "platform/system/machine.h"
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 #include <chrono>
 #include <thread>
 
@@ -60,3 +63,9 @@ std::vector<Volume> MachineVolumes(const std::string& home) {
 }
 
 void SleepSeconds(double seconds) { std::this_thread::sleep_for(std::chrono::duration<double>(seconds)); }
+
+void GiveMemoryBack() {
+#ifdef __GLIBC__
+    malloc_trim(0);
+#endif
+}

@@ -45,3 +45,5 @@ void SleepSeconds(double seconds) {
     Sleep(DWORD(std::ceil(seconds * 1000)));
     timeEndPeriod(1);
 }
+
+void GiveMemoryBack() { HeapCompact(GetProcessHeap(), 0); }
