@@ -60,13 +60,13 @@ TEST(ProfileFile, ReadsAsTheLiteralReaderAndChangesOneKeyAlone) {
     const unsigned seed = std::random_device{}();
     std::mt19937 random(seed);
     const auto any = [&random](const std::vector<std::string>& from) { return from[random() % from.size()]; };
-    const std::vector<std::string> sections{"A", "b", "Long Name"}, keys{"x", "Y", "a key"};
+    const std::vector<std::string> sections{"A", "b", "Long Name"}, keys{"x", "Y", "Z key"};
     for (int round = 0; round < 4000; ++round) {
         std::string text = round % 9 ? "" : "\xEF\xBB\xBF";
         for (auto pieces = random() % 25; pieces > 0; --pieces)
             text += any({"[",         "]",          "A",       "b",
                          "B",         "Long Name",  "x",       "X",
-                         "y",         "a key",      "=",       "\"",
+                         "y",         "z KEY",      "=",       "\"",
                          "'",         ";",          " ",       "\t",
                          "\n",        "\r\n",       "\n[A]\n", "\r\n[ b ]\r\n",
                          "\nx = 1\n", "Y=\"2 \"\n", "\ry",     std::string(1, '\0')});
