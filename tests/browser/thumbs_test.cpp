@@ -153,6 +153,9 @@ TEST_F(Thumbs, LookAsTheyDid) {
     thumbs.SetBackColor(7), thumbs.SetForeColor(8), thumbs.SetColumnType(0), thumbs.SetColumns(2), thumbs.SetPath("/p");
     thumbs.SetImageToolTip(true);
     write("properties set");
+    thumbs.SetImageToolTip(false);
+    Note("without tips");
+    thumbs.SetImageToolTip(true);
     desktop.scale = 1.5;
     for (int k = 9; k <= 90; ++k) Add({8, 6});
     Note("a dense screen");
