@@ -13,7 +13,7 @@ TEST_PACKAGES="ccache libgtest-dev libgmock-dev git python3-minimal libpython3-s
     x11-utils x11-xserver-utils procps fonts-dejavu-core qt6-translations-l10n desktop-file-utils appstream dpkg-dev file librsvg2-common"
 BENCH_PACKAGES="libbenchmark-dev"
 PACKAGE_CHECK_PACKAGES="lintian"
-FUZZ_PACKAGES="clang libclang-rt-14-dev"
+FUZZ_PACKAGES="clang libclang-rt-dev"
 SOUND_PACKAGES="pulseaudio pulseaudio-utils libxtst6"
 BARE_PACKAGES="debootstrap git"
 # The program for Windows: compiler, sources of the libraries, and what runs the result here.

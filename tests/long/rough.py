@@ -73,19 +73,15 @@ def in_time(answers):
 
 def doors(game):
     """Nothing of the program can be reached from outside, and nothing else was started by it."""
-    pid = game.process.pid
-    own = {os.readlink(f"/proc/{pid}/fd/{fd}") for fd in os.listdir(f"/proc/{pid}/fd")}
-    for family, listening in (("tcp", "0A"), ("tcp6", "0A"), ("udp", "07"), ("udp6", "07")):
-        with open(f"/proc/{pid}/net/{family}") as file:
-            for line in file.read().splitlines()[1:]:
-                words = line.split()
-                check(words[3] != listening or f"socket:[{words[9]}]" not in own, f"a socket of its own: {line}")
-    with open(f"/proc/{pid}/net/unix") as file:
-        for line in file.read().splitlines()[1:]:
-            words = line.split()
-            check(int(words[3], 16) & 0x10000 == 0 or f"socket:[{words[6]}]" not in own, f"it listens: {line}")
-    with open(f"/proc/{pid}/task/{pid}/children") as file:
+    place = f"/proc/{game.process.pid}"
+    own = {os.readlink(f"{place}/fd/{fd}") for fd in os.listdir(place + "/fd")}
+    for family, state, inode, listening in (("tcp", 3, 9, "0A"), ("tcp6", 3, 9, "0A"), ("udp", 3, 9, "07"),
+                                            ("udp6", 3, 9, "07"), ("unix", 3, 6, "00010000")):
+        with open(f"{place}/net/{family}") as file:
+            for words in map(str.split, file.read().splitlines()[1:]):
+                check(words[state] != listening or f"socket:[{words[inode]}]" not in own, f"a socket of its own: {words}")
+    with open(f"{place}/task/{game.process.pid}/children") as file:
         check(not file.read().strip(), "it has started a program")
-    with open(f"/proc/{pid}/maps") as file:
+    with open(place + "/maps") as file:
         plugins = sorted(set(re.findall(r"imageformats/lib(\w+)", file.read())))
     print(f"no socket of its own, no program started; image plug-ins in memory: {', '.join(plugins)}")
