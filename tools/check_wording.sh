@@ -14,7 +14,7 @@ hits() {  # hits "REASON" PATTERN [git grep options and paths]
 hits "Unfinished" -e '\b(TODO|FIXME|XXX|HACK)\b' -- . "$self"
 hits "Speaks of a paper instead of the program" -iw -e 'spe[c]|spe[c]s|spe[c]ification|the original program|helper sessio[n]' -- . "$self"
 hits "Counts paragraphs of a paper" -e '\bParts? [1-4]\.[0-9]' -- . "$self"
-hits "Tabs in sources" -P -e '\t' -- '*.h' '*.cpp' '*.txt' '*.cmake'
+hits "Tabs in sources" -P -e '\t' -- '*.h' '*.cpp' '*.txt' '*.cmake' ':!tests/golden'
 hits "Blanks at a line's end" -e '[[:blank:]]+$' -- '*.h' '*.cpp' '*.sh' '*.cmake' '*.py'
 hits "Rounding goes by numbers.h" -w -e 'lround|lrint|llround' -- '*.h' '*.cpp' ':!src/platform/qt' ':!tools'
 hits "Compiled by hand only" -e '^(<<<<<<<|>>>>>>>) ' -- .
