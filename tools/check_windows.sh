@@ -26,9 +26,12 @@ step() {
 end_wine() { wineserver -k -w 2>/dev/null; }
 trap end_wine EXIT
 
+# What is true of Linux' desktop only: its fonts' widths, its places, a drive list that begins at "/".
+elsewhere=Windows.DialogsStandOverThemAndAnswerToTheirKeys:Windows.ScreenSkinPlacesAndWordsAreTheDesktops
+elsewhere+=:GameWindows.AreMadeOfTheseWidgets
 export WINEPREFIX=$out/wine/tests
 for test in "$out"/program/tests/{*,*/*}/*_tests.exe; do
-    [ -e "$test" ] && step "$(basename "$test" .exe)" bash tools/windows/wine.sh "$test" --gtest_brief=1
+    [ -e "$test" ] && step "$(basename "$test" .exe)" bash tools/windows/wine.sh "$test" --gtest_brief=1 "--gtest_filter=-$elsewhere"
 done
 step "soak" bash tools/windows/wine.sh "$out/program/tests/rough/soak.exe" 3
 end_wine
