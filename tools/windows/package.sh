@@ -8,7 +8,7 @@ out=$PWD/build/windows
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 name=fento-lira-master-$version player="$out/player/Fento-Lira Master"
 rm -rf "$out/player" "$out/$name"-*
-quietly "$out/log/package.log" cmake --install "$out/program" --prefix "$player" || exit 1
+quietly "$out/log/install.log" cmake --install "$out/program" --prefix "$player" || exit 1
 
 # Every library that a program or library asks for lies beside the program or comes with Windows: those that mingw-w64
 # links against, and the names under which Windows 10 has its own parts.
