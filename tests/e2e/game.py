@@ -4,6 +4,7 @@ import os
 import shutil
 import tempfile
 
+import desktop
 from desktop import check, run, wait_for
 
 
@@ -24,7 +25,8 @@ class Game:
         self.folder = tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
         self.command = [shutil.copy2(program, self.folder)]
         self.for_windows = program.endswith(".exe")
-        if self.for_windows:  # it has its libraries beside it
+        if self.for_windows:  # it has its libraries beside it; wine looks about every few milliseconds
+            desktop.STILL = 0.006
             shutil.copytree(os.path.dirname(program), self.folder, dirs_exist_ok=True,
                             ignore=shutil.ignore_patterns("Imagens"))
             self.command.insert(0, os.path.join(os.path.dirname(__file__), "../../tools/windows/wine.sh"))
