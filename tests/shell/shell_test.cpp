@@ -62,6 +62,13 @@ TEST_F(Shell, TheSplashLeadsTheMainWindowInAndIsGone) {
         const double start = desktop.SteadySeconds();
         DO(splash.Show(), desktop.RunPending(), int(100 * (desktop.SteadySeconds() - start)));
     }
+    // A window of the shape of a picture: all that is not of one colour.
+    windows.clear();
+    using PicDeclerations::RegionFromPicture;
+    Surface picture(7, 5, ToPixel(0xFFFF));
+    for (int i = 0; i < 40; ++i)
+        DO(SetPixel(picture, i * 5 % 7, i * 3 % 5, i % 4 ? i % 3 : 0xFFFF), RegionFromPicture(&picture, 0xFFFF));
+    DO(std::tuple(RegionFromPicture(&picture, 1), RegionFromPicture(&picture, -1), RegionFromPicture(nullptr, 0)));
 }
 
 TEST_F(Shell, AboutAndHelpShowTheirTextsAndCloseByButtonOrEscape) {
@@ -95,12 +102,7 @@ TEST_F(Shell, TheRingTurnsThroughItsFrames) {
         for (const ucFirefoxWait* any : {&ring, &stored})
             all[any->Name() + " has"] = testing::PrintToString(
                 std::tuple(any->AnimationSpeed(), any->BackColor(), any->IsPlaying(), any->FrameIndex));
-        // Its shades by letters.
-        const Surface& image = ring.picDestination.Image;
-        for (int y = 0; y < image.PixelBounds().height; ++y)
-            for (int x = 0; x < image.PixelBounds().width; ++x)
-                all["row " + std::to_string(100 + y)] +=
-                    image.At(x, y) == image.At(0, 0) ? '.' : char('A' + ((ToColor(image.At(x, y)) & 255) - 60) / 12);
+        Describe(ring.picDestination, all);
         return all;
     };
     const auto tick = [&] { desktop.Advance(ring.AnimationSpeed() / 1000.0); };
@@ -123,25 +125,6 @@ TEST_F(Shell, TheRingTurnsThroughItsFrames) {
     PictureBox sheet("sheet", ScaleMode::Twips);
     for (const double scale : {2.0, 3.0})
         DO(desktop.scale = scale, main.AddChild(sheet), sheet.AddChild(ring), ring.UserControl_Show());
-}
-
-TEST(RegionFromPicture, CoversExactlyWhatIsNotOfTheColour) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
-    for (int round = 0; round < 300; ++round) {
-        const Color color = round % 2 ? Rgb(255, 255, 0) : 0;
-        Surface picture(1 + int(random() % 12), 1 + int(random() % 12), ToPixel(color));
-        for (auto i = random() % 100; i > 0; --i)
-            SetPixel(picture, int(random() % 12), int(random() % 12), random() % 2 ? color ^ 65536 : color ^ 1);
-        const auto region = PicDeclerations::RegionFromPicture(&picture, color);
-        for (int y = 0; y < picture.Height(); ++y)
-            for (int x = -1; x <= picture.Width(); ++x)
-                ASSERT_EQ(std::ranges::count_if(*region, [=](const Rect& r) { return r.Contains(x, y); }),
-                          x >= 0 && x < picture.Width() && Point(picture, x, y) != color);
-        EXPECT_EQ(PicDeclerations::RegionFromPicture(&picture, color - 0x1000000)->size(), 1u);
-    }
-    EXPECT_EQ(PicDeclerations::RegionFromPicture(nullptr, 0), std::nullopt);
 }
 
 TEST_F(Shell, DialogsAskWhatTheRecordSaysAndFillIt) {

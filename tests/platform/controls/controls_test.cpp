@@ -309,20 +309,14 @@ TEST_F(Controls, CellsHearThePressesOnThem) {
     DO(cells.SetEnabled(true), cells.DeliverMouseUp(3, 0, 0, 0), press(), cells.DeliverMouseUp(3, 0, 50, 50));
     DO(fill());
     transcript.Walk(30, steps);
-}
 
-// What is found at a point or in an area is what a look at every cell finds: figures lie in front of frames, lower
-// numbers in front of higher ones.
-TEST(CellSheet, FindsWhatALookAtEveryCellFinds) {
-    const unsigned seed = std::random_device{}();
-    SCOPED_TRACE("seed " + std::to_string(seed));
-    std::mt19937 random(seed);
+    // Figures lie in front of frames, lower numbers in front of higher ones.
+    std::mt19937 random;
     const auto upTo = [&random](int n) { return int(random() % unsigned(n)); };
-    CellSheet sheet("sheet");
-    for (int step = 0; step < 6000; ++step) {
-        if (step % 200 == 0) sheet.UnloadAll();
-        const int k = step % 3 ? (sheet.Load(), sheet.UpperBound()) : upTo(sheet.UpperBound() + 1);
-        auto& [frame, figure] = sheet.Change(k);
+    for (int step = 0; step < 600; ++step) {
+        if (step % 100 == 0) cells.UnloadAll();
+        const int k = step % 3 ? (cells.Load(), cells.UpperBound()) : upTo(cells.UpperBound() + 1);
+        auto& [frame, figure] = cells.Change(k);
         frame.left = upTo(6000) - 500, frame.top = upTo(9000) - 500;
         frame.height = upTo(8) ? upTo(2500) : upTo(200000);
         figure.left = frame.left + upTo(3000) - 1500, figure.top = upTo(8) ? frame.top + 90 : upTo(9000);
@@ -330,20 +324,8 @@ TEST(CellSheet, FindsWhatALookAtEveryCellFinds) {
         frame.toolTip = "1 " + std::to_string(k), figure.toolTip = "2 " + std::to_string(k);
         const double x = upTo(460) - 30 + upTo(4) / 4.0, y = upTo(700) - 50;
         const Rect area{int(x), int(y), upTo(300), upTo(400) - 50};
-        const std::vector<int> listed = sheet.CellsIn(area);
-        ASSERT_TRUE(std::ranges::is_sorted(listed, std::less_equal()));
-        std::tuple found{0, 0, 0.0, 0.0};
-        for (const bool front : {false, true})
-            for (int i = sheet.UpperBound(); i > 0; --i) {
-                const CellSheet::Cell& cell = sheet.At(i);
-                const Rect r = front ? CellSheet::FigurePixels(cell) : CellSheet::FramePixels(cell);
-                if (!(front ? cell.figure.visible : cell.frame.visible)) continue;
-                if (r.Contains(int(std::floor(x)), int(std::floor(y)))) found = {i, 1 + front, x - r.x, y - r.y};
-                ASSERT_TRUE(Intersect(r, area).Empty() || std::ranges::binary_search(listed, i));
-            }
-        const CellSheet::Hit hit = sheet.HitCell(x, y);
-        ASSERT_EQ(std::tuple(hit.index, int(hit.part), hit.x, hit.y), found);
-        ASSERT_EQ(sheet.ToolTipAt(x, y),
-                  hit.index ? std::to_string(int(hit.part)) + " " + std::to_string(hit.index) : "");
+        const CellSheet::Hit hit = cells.HitCell(x, y);
+        transcript.Write(testing::PrintToString(
+            std::tuple(cells.CellsIn(area), hit.index, int(hit.part), hit.x, hit.y, cells.ToolTipAt(x, y))));
     }
 }
