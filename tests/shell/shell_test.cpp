@@ -203,19 +203,15 @@ TEST_F(Shell, SettingsTakeTheirDefaultForWhatIsNoValueAndComeBackAsWritten) {
 
 TEST_F(Shell, TextsAreSearchedFromTheirStartAndFieldsClosed) {
     using namespace vb5;
-    for (const std::string text : {"", "abc", "aab", "aXbX", "aaaaab"})
-        for (const std::string find : {"", "b", "ab", "B", "X"})
-            for (const std::string with : {"", "b", "bba", "abba", "bbaa", "YYY"})
-                transcript.Write(text + ' ' + find + ' ' + with + " -> " + Replace(text, find, with));
-    DO(Replace("a|b|", "|", std::string(1, '\0')));
     for (const std::string text :
-         {"", ",", "a,b", ",a", "a,,b", "a,b,", ",,a", "a--b", "a,/#(!a53x,b", "xa!yb", "xa", "aaa"})
-        for (const std::string delimiter : {",", "--", "!", "aa", ""}) {
-            std::string line = text + ' ' + delimiter + " ->", changed;
+         {"", ",", "a,b", ",a", "a,,b", "a,b,", ",,a", "a--b", "xa!yb", "aaa", "aXbX", "aaaaab"})
+        for (const std::string find : {",", "--", "!", "aa", "", "X", "ab"}) {
+            std::string line = text + ' ' + find + " -> " + Replace(text, find, "bba") + ' ' + Replace(text, find, ""),
+                        changed;
             for (const int index : {-1, 0, 1, 2, 3, 9, 32767})
-                changed = text, line += ' ' + FieldAt(changed, delimiter, int16_t(index)) + '|';
-            transcript.Write(line + changed + " last at " + std::to_string(InStrRev(text, delimiter)) + ", split " +
-                             testing::PrintToString(Split(text, delimiter)));
+                changed = text, line += ' ' + FieldAt(changed, find, int16_t(index)) + '|';
+            transcript.Write(line + changed + " last at " + std::to_string(InStrRev(text, find)) + ", split " +
+                             testing::PrintToString(Split(text, find)));
         }
     for (const char* find : {"a", "é", "b"}) DO(InStrRev("éa" + std::string(40000, 'a') + "b", find));
 }

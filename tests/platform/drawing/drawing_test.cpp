@@ -44,38 +44,64 @@ std::string With(std::string file, size_t at, int32_t value) {
 
 }  // namespace
 
-TEST(Drawing, IsAsItAlwaysWas) {
+TEST(Drawing, IsAsItAlwaysWasAndToldOnce) {
     constexpr RasterOp Ops[] = {RasterOp::SrcCopy, RasterOp::SrcPaint, RasterOp::SrcAnd, RasterOp::SrcInvert,
                                 RasterOp::MergePaint};
-    Transcript transcript;
+    struct Listener : SurfaceListener {
+        void SurfaceRefreshed(const Region& damage) override { transcript.Told("damage")(damage); }
+        Transcript transcript;
+    } listener;
+    Transcript& transcript = listener.transcript;
     Dice dice;
-    for (int round = 0; round < 1600; ++round) {
-        const int k = dice(1, 3), x = dice.Far(-5, 9), y = dice.Far(-5, 9), width = dice.Far(-3, 30);
-        const int height = dice.Far(-3, 30), fromX = dice.Far(-5, 9), fromY = dice.Far(-5, 9), side = dice(1, 24);
-        Surface dest = SomeSurface(dice, k);
-        const Surface source = SomeSurface(dice, dice(0, 2) ? k : 1), image = SomeSurface(dice, dice(1, 3));
+    const auto draw = [&](Surface& dest) {
+        const int k = dest.PixelDensity().PerUnit(), x = dice.Far(-5, 9), y = dice.Far(-5, 9), side = dice(1, 24);
+        const int width = dice.Far(-3, 30), height = dice.Far(-3, 30), fromX = dice.Far(-5, 9), fromY = dice.Far(-5, 9);
+        Surface source = SomeSurface(dice, dice(0, 2) ? k : 1), image = SomeSurface(dice, dice(1, 3));
         const Color color = dice.SomeColor();
-        dest.Refresh();
-        const uint64_t revision = dest.Revision();
         const Rect area{x, y, width, height}, over{x % 21, y % 21, side - 1, side * 2};
         const Rect same{x % 21, y % 21, image.Width(), image.Height()};
-        const std::function<void()> draw[] = {
+        const std::function<void()> rarely[] = {
+            [&] { k == 1 ? StretchMask(dest, image) : dest.Refresh(); },
+            [&] { dest.Resize(dice.Far(-1, 9) % 40, 6); },
+            [&] { dest.SetStorage(side, x); },
+            [&] { dest.SetDensity(Density(side % 5)); },
+            [&] { dest.SetBackground(Pixel(color)); },
+            [&] { dest.Cls(); },
+            [&] { dest = std::move(source), transcript.Write(PixelsOf(source)); },
+        };
+        const std::function<void()> often[] = {
             [&] { FillRect(dest, area, color); },
             [&] { Line(dest, x, y, width, height, color); },
             [&] { SetPixel(dest, x, y, color); },
+            [&] { SetPixel(dest, side, y, color); },
             [&] { TurnClockwise(dest, source, side / 2); },
-            [&] { k == 1 ? StretchMask(dest, image) : dest.Refresh(); },
             [&] { PaintPicture(dest, over, image); },
             [&] { PaintPicture(dest, same, image); },
+            [&] {
+                dest.Touch({x % 9, y % 9, 3, 2});
+            },
+            rarely[size_t(dice(0, 6))],
         };
-        if (const size_t any = size_t(round) % 16; any < std::size(draw))
-            draw[any]();
+        if (const size_t any = size_t(dice(0, 17)); any < std::size(often))
+            often[any]();
         else
             BitBlt(dest, x, y, width, height, source, fromX, fromY, Ops[dice(0, 4)]);
-        transcript.Write(std::to_string(round % 16) + ": " + PixelsOf(dest) +
-                         testing::PrintToString(std::tuple(dest.Damage(), dest.Revision() > revision,
-                                                           Point(dest, side / 2 - 1, 5), Point(dest, -1, 0))));
+    };
+    for (int round = 0; round < 1200; ++round) {
+        Surface dest = SomeSurface(dice, dice(1, 3));
+        dest.SetListener(&listener);
+        dest.Refresh();
+        const uint64_t revision = dest.Revision();
+        for (int more = round % 8 ? 0 : 13; more >= 0; --more) draw(dest);
+        transcript.Write(PixelsOf(dest) + testing::PrintToString(std::tuple(dest.PixelBounds(), dest.Damage(),
+                                                                            dest.Revision() > revision,
+                                                                            Point(dest, 4, 5), Point(dest, -1, 0))));
+        DO(dest.Refresh(), dest.Stride());
     }
+    // As large as any board, but clear: no pixels.
+    Surface board(200000, 200000);
+    DO(FillRect(board, {10, 10, 100000, 100000}, 0xFFFFFF), board.IsUniform());
+    for (const double scale : {-1.0, 0.5, 1.0, 1.01, 2.0, 2.25, 3.0, 7.0}) DO(Density::ForScale(scale).PerUnit());
     // As long as pictures are: sums beyond 16 bits, weights beyond 15, and products beyond 28.
     const Size cases[][2] = {{{2, 520}, {2, 2}},        {{3, 1000}, {2, 2}},   {{1, 50000}, {1, 40000}},
                              {{20000, 3}, {50, 7}},     {{3, 20000}, {7, 50}}, {{40000, 1}, {39999, 1}},
@@ -85,44 +111,6 @@ TEST(Drawing, IsAsItAlwaysWas) {
         dice.Fill(image);
         DO(PixelsOf(Stretched(image, size)));
     }
-}
-
-TEST(Surface, KeepsWhatWasDrawnAndTellsWhereOnce) {
-    struct Listener : SurfaceListener {
-        void SurfaceRefreshed(const Region& damage) override { transcript.Told("damage")(damage); }
-        Transcript transcript;
-    } listener;
-    Transcript& transcript = listener.transcript;
-    Surface board(4, 3, BlackPixel), other(2, 2);
-    board.SetListener(&listener);
-    transcript.state = [&, last = uint64_t(0)]() mutable {
-        const bool newer = std::exchange(last, board.Revision()) < board.Revision();
-        return State{{"board", PixelsOf(board) + testing::PrintToString(std::tuple(board.PixelBounds(), board.Stride(),
-                                                                                   board.Damage(), newer))},
-                     {"other", PixelsOf(other) + testing::PrintToString(other.Damage())}};
-    };
-    const auto number = [&] { return transcript.Draw<int>({-1, 0, 1, 2, 3, 3, 4, 9}); };
-    const auto size = [&](auto set) {
-        const int width = number();
-        (board.*set)(width, number());
-    };
-    const auto area = [&] {
-        const int x = number(), y = number(), width = number();
-        return Rect{x, y, width, number()};
-    };
-    const auto color = [&] { return transcript.Draw<int>({0, 0x102030, 0xFFFFFF}); };
-    const std::function<void()> fill = STEP(FillRect(board, area(), color()));
-    transcript.Walk(150, Steps() | STEP(board.Resize(number() + 4, 6)) | STEP(size(&Surface::Resize)) | fill | fill |
-                             STEP(board.SetDensity(Density(number()))) | STEP(size(&Surface::SetStorage)) |
-                             STEP(board.SetBackground(Pixel(color()))) | STEP(board.Cls()) | STEP(board.Refresh()) |
-                             STEP(SetPixel(board, number(), 1, 7)) | STEP(board.Draw(area()) != nullptr) |
-                             STEP(board.Touch(area())) | STEP(void(board = std::move(other))) |
-                             STEP(void(other = std::move(board))));
-    DO(board.Resize(40, 40), board.SetBackground(0), board.Refresh());
-    for (int i = 0; i < 20; ++i) DO(SetPixel(board, i * 7 % 20, i * 3 % 20, i));
-    // As large as any board, but clear: no pixels.
-    DO(board.Resize(200000, 200000), FillRect(board, {10, 10, 100000, 100000}, 0), board.IsUniform());
-    for (const double scale : {-1.0, 0.5, 1.0, 1.01, 2.0, 2.25, 3.0, 7.0}) DO(Density::ForScale(scale).PerUnit());
 }
 
 TEST(Bmp, IsReadInEveryFormAndRefusedInAnyOther) {
