@@ -14,7 +14,7 @@ of src/ is taken but the toolkit's folder (--only platform/qt) and the headless 
 `run` works in a clone of its own below --work, at the commit that is checked out: the preset "dev" without symbols,
 warnings as errors and ccache, and with shared libraries, so that a fault costs one compilation and one small link. The
 test programs are built and run once; what fails then counts for nothing. For each fault the programs that became
-others are run once: the GoogleTest programs, the recorded mouse scripts among them (cases of play_tests), and three
+others are run once: the GoogleTest programs, the recorded play among them (cases of play_tests), and three
 seconds of the soak with a fixed seed. A test that crashes is named and the rest of its program run without it; where one
 hangs, the rest is not run. The result is written after each fault; a further run with the same --out goes on from there.
 A fault costs about eight seconds on two quiet cores, with --first (the rate alone, no ranking) two to three. `nice

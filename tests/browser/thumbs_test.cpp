@@ -129,5 +129,5 @@ TEST_F(Thumbs, LookAsTheyDid) {
     thumbs.ScanPath(scanned), thumbs.ScanPath(scanned);  // adds, and has its separator already
     std::multiset<std::string> items;
     for (int16_t k = 1; k <= thumbs.ListCount(); ++k) items.insert(FileTitle(*thumbs.ItemData(k)));
-    DO(std::pair(items, scanned == folder / "scan/"));
+    DO(thumbs.Clear(), std::pair(items, scanned == folder / "scan/"));
 }
