@@ -87,7 +87,6 @@ protected:
     void Grab(int row, int col) { play.Press(pointer = play.Middle(row, col)); }
     void Move(Spot to) { play.Move(pointer = to); }
     void Release() { play.Release(pointer); }
-    void Carry(int row, int col, Spot to) { Grab(row, col), Move(to), Release(); }
     // With the hand on the bare board.
     void Pan(Spot from, Spot to) { play.Press(from), Move(to), Release(); }
     void Scroll(int x, int y) { main.HScroll1.DeliverValue(x, false), main.VScroll1.DeliverValue(y, false); }

@@ -93,19 +93,6 @@ public:
         }
     }
 
-    // The corners of the bodies of the piece to be moved and of its place; twice the same if all is in place.
-    std::pair<Rect, Rect> ShownMove() const {
-        PieceRec corner;
-        for (const PieceRec& p : pieces)
-            if (p.PieceId == 0 && p.Rotation == 0) corner = p;
-        const int m = (Tile() - Cell()) / 2;
-        for (const PieceRec& p : pieces)
-            if (!Home(p, corner))
-                return {{p.X + m, p.Y + m, Cell(), Cell()},
-                        {corner.X + p.Col * Cell() + m, corner.Y + p.Row * Cell() + m, Cell(), Cell()}};
-        return {};
-    }
-
 private:
     static int Tile() { return PuzzleModule::TileSize; }
     static int Cell() { return PuzzleModule::CellSize; }

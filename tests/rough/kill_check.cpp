@@ -76,6 +76,7 @@ void Require(bool held, const std::string& what) {
 // A program on a folder; what it saves is told by its seconds.
 struct Program : GameFixture {
     explicit Program(const std::string& place) : place_(place) {
+        desktop.pictures[place + ".bmp"] = {{390, 260}, [](Size size) { return PatternSurface(size); }};
         Require(Start(place + ".bmp", 3), "no game");
         AppFolder = place + "/";
     }
@@ -236,7 +237,7 @@ int main(int argc, char** argv) {
     std::mt19937 random{seed};
     fs::create_directories(folder);
     MakeConfig(folder);
-    WritePicture(folder + ".bmp", {390, 260});
+    Require(WriteFileAtomically(folder + ".bmp", "the desktop makes its pixels"), "no picture");
     Kills(folder, argc > 2 ? std::atoi(argv[2]) : 200, random);
     Await(InAChild([&] {
               Program program(folder);

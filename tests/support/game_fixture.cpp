@@ -10,12 +10,18 @@
 
 using namespace PuzzleModule;
 
-GameFixture::Environment::Environment(const TempFolder& folder) {
+namespace {
+
+// Before the window: settings in the folder, the state at its start values.
+std::unique_ptr<HeadlessDesktop> Prepared(std::unique_ptr<HeadlessDesktop> desktop, const TempFolder& folder) {
     SetVariable(SettingsVariable, (folder / "settings").c_str());
     ResetState();
+    return desktop;
 }
 
-GameFixture::GameFixture(std::unique_ptr<HeadlessDesktop> own) : desktop_(std::move(own)) {
+}  // namespace
+
+GameFixture::GameFixture(std::unique_ptr<HeadlessDesktop> own) : desktop_(Prepared(std::move(own), folder)) {
     desktop.programPath = folder / "fento-lira-master";
     main.Load();
     main.Show();
@@ -44,10 +50,9 @@ void GameFixture::StartGrid(int cols, int rows, int16_t level) {
         throw std::logic_error("no such grid on this screen");
 }
 
-int GameFixture::ElementOf(int row, int col) const {
-    for (int i = 0; i <= UpperBound(); ++i)
-        if (Pieces[size_t(i)].Row == row && Pieces[size_t(i)].Col == col) return i;
-    throw std::logic_error("no such piece");
+PieceRec& GameFixture::Piece(int row, int col) const {
+    return *std::ranges::find(Pieces, std::pair<int, int>(row, col),
+                              [](const PieceRec& piece) { return std::pair<int, int>(piece.Row, piece.Col); });
 }
 
 void GameFixture::Put(int row, int col, int x, int y) const {
@@ -56,7 +61,8 @@ void GameFixture::Put(int row, int col, int x, int y) const {
 }
 
 void GameFixture::Turn(int row, int col, int rotation) {
-    while (Piece(row, col).Rotation != rotation) RotatePiece(int16_t(ElementOf(row, col)), main.Surfaces.picTmp);
+    PieceRec& piece = Piece(row, col);
+    while (piece.Rotation != rotation) RotatePiece(int16_t(&piece - Pieces.data()), main.Surfaces.picTmp);
 }
 
 void GameFixture::Solve(int x, int y) {

@@ -18,9 +18,6 @@ public:
     TempFolder folder;  // the program's own folder, and the home of its settings
 
 private:
-    struct Environment {  // before the window: state at its start values, settings in the folder
-        explicit Environment(const TempFolder& folder);
-    } environment_{folder};
     std::unique_ptr<HeadlessDesktop> desktop_;
 
 public:
@@ -35,9 +32,8 @@ public:
     // A game of exactly that grid. The screen must be large enough for it (about 100 cells at 1920 x 1080).
     void StartGrid(int cols, int rows, int16_t level = 3);
 
-    // Pieces by their cell, wherever their records stand.
-    int ElementOf(int row, int col) const;
-    PieceRec& Piece(int row, int col) const { return PuzzleModule::Pieces[size_t(ElementOf(row, col))]; }
+    // A piece by its cell, wherever its record stands.
+    PieceRec& Piece(int row, int col) const;
     void Put(int row, int col, int x, int y) const;  // its tile's corner
     void Turn(int row, int col, int rotation);       // until it stands so
     // All pieces upright in their places relative to x, y.

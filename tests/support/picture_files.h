@@ -1,9 +1,6 @@
-// Pictures for tests: a pattern in which every pixel tells its place, as a pixel
-// rule, as a surface and as a 24-bit BMP file.
+// Pictures for tests: a pattern in which every pixel tells its place.
 #pragma once
 #include <cstdint>
-#include <fstream>
-#include <string>
 
 #include "platform/drawing/geometry.h"
 #include "platform/drawing/surface.h"
@@ -23,31 +20,4 @@ inline Surface PatternSurface(Size size, int variant = 0) {
         for (int x = 0; x < size.width; ++x)
             pixels[size_t(y) * size_t(surface.Stride()) + size_t(x)] = PatternPixel(x, y, variant);
     return surface;
-}
-
-// A whole BMP file, 24 bits a pixel, bottom row first. Written out by hand, so that it
-// checks the program's own readers.
-inline std::string PatternBmp(Size size, int variant = 0) {
-    const uint32_t rowBytes = uint32_t(size.width * 3 + 3) / 4 * 4;
-    const uint32_t dataBytes = rowBytes * uint32_t(size.height);
-    std::string out;
-    out.reserve(54 + dataBytes);
-    const auto put = [&out](uint32_t value, int bytes) {
-        for (int i = 0; i < bytes; ++i) out += char(value >> (8 * i) & 0xFF);
-    };
-    out += "BM";
-    for (uint32_t field : {54 + dataBytes, 0u, 54u, 40u, uint32_t(size.width), uint32_t(size.height)}) put(field, 4);
-    put(1, 2), put(24, 2);
-    for (uint32_t field : {0u, dataBytes, 3780u, 3780u, 0u, 0u}) put(field, 4);
-    for (int y = size.height - 1; y >= 0; --y) {
-        for (int x = 0; x < size.width; ++x) put(PatternPixel(x, y, variant), 3);
-        out.resize((out.size() - 54 + 3) / 4 * 4 + 54, '\0');
-    }
-    return out;
-}
-
-// Writes such a file and returns its path.
-inline std::string WritePicture(const std::string& path, Size size, int variant = 0) {
-    std::ofstream(path, std::ios::binary) << PatternBmp(size, variant);
-    return path;
 }

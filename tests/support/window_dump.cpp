@@ -120,8 +120,6 @@ void Describe(Control& control, State& state) {
     if (!order.empty()) state[control.Name()] += " holds" + order;
 }
 
-std::string TextOf(const State& state) { return Changes({}, state); }
-
 std::string Changes(const State& before, const State& now) {
     std::string text;
     for (const auto& [name, value] : now)

@@ -10,8 +10,7 @@ using State = std::map<std::string, std::string>;
 // Adds the control and everything in it, a form's menus as well.
 void Describe(Control& control, State& state);
 
-// `state` line by line; of two states what is another in `now`.
-std::string TextOf(const State& state);
+// Of two states what is another in `now`, line by line.
 std::string Changes(const State& before, const State& now);
 
 // Size and pixels of a picture: its colour where it has only one, else a number that tells it from others.
