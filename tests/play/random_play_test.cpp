@@ -79,24 +79,6 @@ protected:
             play.Wheel(x, y), model.Scroll(model.left + x * CellSize, model.top),
                 model.Scroll(model.left, model.top + y * CellSize);
     }
-    // Saved, restored and saved again, everything but the view is as it was when it was saved.
-    void SaveAndRestore() {
-        if (!model.running) return;
-        play.desktop.fileAnswers = {play.folder / "a.pzl", play.folder / "a.pzl", play.folder / "b.pzl"};
-        play.Menu("mnuSaveGame");
-        if (!model.LetGo()) return;
-        std::ranges::sort(model.pieces, {}, &PieceRec::PieceId);
-        const auto pieceLines = [this](const char* name) {
-            const std::string text = play.folder.Read(name);
-            return text.substr(text.find("\n", text.find(".bmp") + 40));
-        };
-        play.Menu("mnuLoadGame");
-        play.Menu("mnuSaveGame");
-        EXPECT_EQ(pieceLines("b.pzl"), pieceLines("a.pzl"));
-        model.running = true;
-        model.turns = ChosenLevel > 1;
-        Centre();
-    }
     // It lets go what is held, and is abandoned if that completes the game.
     void Command() {
         constexpr const char* Commands[] = {"mnuShuffle",    "mnuSaveGame",  "mnuLoadGame", "mnuNewGame(3)",
@@ -113,8 +95,6 @@ protected:
     void Step(int chance) {
         play.Sounds(), model.sounds.clear();
         if (Any(model.running ? 40 : 6) == 0) return Deal();
-        if (chance == 0) return play.Key("MnDesistir"), model.GiveUp();
-        if (chance == 1) return SaveAndRestore();
         if (chance < 10) return Command();
         if (chance < 40) return Carry();
         if (chance < 50) return View();

@@ -83,16 +83,6 @@ public:
         return running;
     }
 
-    void GiveUp() {
-        if (!LetGo()) return;
-        running = false;
-        const auto place = [](double edge) { return int16_t(11 * Round((Round(std::abs(edge) + 10) - 20) / 11)); };
-        for (PieceRec& p : pieces) {
-            while (p.Rotation) Quarter(p);
-            p.X = int16_t(place(left) + p.Col * Cell()), p.Y = int16_t(place(top) + p.Row * Cell());
-        }
-    }
-
 private:
     static int Tile() { return PuzzleModule::TileSize; }
     static int Cell() { return PuzzleModule::CellSize; }
