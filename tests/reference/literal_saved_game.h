@@ -1,12 +1,11 @@
-// What a saved game says, read word by word, and whether it is a game.
+// What a saved game says, read word by word.
 #pragma once
+#include <cmath>
 #include <cstdlib>
-#include <set>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
-
-#include "tests/reference/literal_fitting.h"
 
 namespace literal {
 
@@ -55,29 +54,6 @@ inline std::optional<std::string> Text(const Saved& saved) {
         if (i == 0) text += saved.path + "\r\n";
     }
     return text;
-}
-
-// The picture in the grid of the pieces, if that is a grid to which its size can lead and they fill it.
-inline std::optional<PuzzleModule::Fit> FitOf(const Saved& saved) {
-    const std::vector<int>& n = saved.numbers;
-    const int width = n[2], height = n[3], cell = n[5], unit = n[6];
-    const bool known = std::set{3, 4, 5, 6, 8}.contains(unit) && n[4] == 20 * unit && cell == 11 * unit;
-    if (!known || n[7] < 1 || n[7] > 3 || n[0] < 0 || width < 1 || height < 1) return std::nullopt;
-    Size last;
-    std::set<int> ids;
-    for (size_t i = 9; i < n.size(); i += 7) last = {std::max(last.width, n[i + 2]), std::max(last.height, n[i + 3])};
-    for (size_t i = 9; i < n.size(); i += 7) {
-        if (n[i + 2] < 0 || n[i + 3] < 0 || n[i + 4] < 0 || n[i + 4] > 3) return std::nullopt;
-        if (n[i + 5] != n[i + 3] * (last.width + 1) + n[i + 2] || !ids.insert(n[i + 5]).second) return std::nullopt;
-    }
-    // A picture has grown until it fills its cells, or lost a last cell that it reached into by three pixels.
-    const auto leads = [cell](int length, int to) {
-        return to > 0 && (to == length / cell || length == (to + 1) * cell ||
-                          (to == length / cell + 1 && length % cell >= cell - 3));
-    };
-    if (int(ids.size()) != (last.width + 1) * (last.height + 1)) return std::nullopt;
-    if (!leads(width, last.width) || !leads(height, last.height)) return std::nullopt;
-    return FitRestored({width, height}, cell, {last.width + 1, last.height + 1});
 }
 
 }  // namespace literal
