@@ -5,7 +5,6 @@
 #include "platform/controls/cell_sheet.h"
 #include "platform/controls/folder_lists.h"
 #include "platform/controls/picture_box.h"
-#include "platform/controls/property_bag.h"
 #include "platform/controls/scroll_bar.h"
 #include "platform/controls/simple_controls.h"
 #include "platform/drawing/raster.h"
@@ -226,10 +225,6 @@ TEST_F(Controls, FormsAndMenusKeepTheirOrder) {
     ok.Click = [&] { DO(show(inner)), DO(DoEvents(), outer.Unload(), ok.DeliverClick()); };
     DO(desktop.PostInput([&] { ok.DeliverClick(); }), show(outer));
     DO(show(outer), show(inner), desktop.modalTrouble);
-    PropertyBag bag;
-    DO(bag.WriteProperty("a", 5, 7), bag.WriteProperty("b", 7, 7), std::pair(bag.Holds("a"), bag.Holds("b")));
-    DO(std::pair(std::get<int>(*bag.ReadProperty("a", 7)), std::get<int>(*bag.ReadProperty("b", 9))));
-    DO(bag.ReadProperty("a", std::string()).has_value(), bag.WriteProperty("a", 7, 7), bag.Holds("a"));
 }
 
 TEST_F(Controls, ListsFollowTheFolders) {
