@@ -263,9 +263,6 @@ TEST_F(Controls, ListsFollowTheFolders) {
     desktop.volumes.pop_back();
     DO(drives.AddPlace({temp / "one-more/", "Imagens", Volume::Kind::GamePictures}));
     transcript.Walk(60, steps);
-    desktop.volumes = {{"/nowhere", "n"}};
-    DriveListBox lost("lost");
-    DO(std::to_string(lost.Current()) + lost.Drive() + (lost.SetDrive("/usr") ? "found" : "lost"));
 }
 
 TEST_F(Controls, CellsHearThePressesOnThem) {

@@ -123,7 +123,6 @@ TEST(Bmp, IsReadInEveryFormAndRefusedInAnyOther) {
     for (const Size size : {Size{1, 1}, {2, 5}, {3, 3}, {5, 4}}) {
         const std::string file = PatternBmp(size);
         EXPECT_EQ(EncodeBmp(PatternSurface(size)), file);
-        transcript.Write(PixelsOf(PatternSurface(size)));
         // Of 32 bits, with the places of the colours named behind a header of 40 bytes or within a longer one.
         std::string wide = With(With(file.substr(0, 54), 28, 32), 30, 0);
         for (int i = size.width * size.height - 1; i >= 0; --i)
