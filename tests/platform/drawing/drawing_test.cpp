@@ -1,4 +1,5 @@
 // Every step that draws, what a surface keeps of it, and pictures in files.
+#include <climits>
 #include <functional>
 
 #include "platform/drawing/bmp.h"
@@ -17,7 +18,7 @@ struct Dice {
     int operator()(int from, int to) { return from + int(engine() % uint32_t(to - from + 1)); }
     Color SomeColor() { return (*this)(0, 3) == 0 ? (*this)(0, 1) * 0xFFFFFF : (*this)(0, 0xFFFFFF); }
     // A place or a length, now and then as far out as a number goes.
-    int Far(int from, int to) { return (*this)(0, 60) ? (*this)(from, to) : (*this)(0, 1) ? INT32_MAX : INT32_MIN; }
+    int Far(int from, int to) { return (*this)(0, 60) ? (*this)(from, to) : (*this)(0, 1) ? INT_MAX : INT_MIN; }
     void Fill(Surface& surface) {
         Pixel* const pixels = surface.Draw(surface.Bounds());
         for (int i = 0; i < surface.PixelBounds().width * surface.PixelBounds().height; ++i)
@@ -118,7 +119,7 @@ TEST(Bmp, IsReadInEveryFormAndRefusedInAnyOther) {
     const auto read = [&transcript](const std::string& what, const std::string& file) {
         const auto bytes = std::as_bytes(std::span(file));
         const std::optional<Surface> surface = DecodeBmp(bytes);
-        transcript.Write(what + (surface ? PixelsOf(*surface) : "refused") + (BmpSize(bytes) ? " has a size" : ""));
+        if (surface || BmpSize(bytes)) transcript.Write(what + (surface ? PixelsOf(*surface) : "has a size"));
     };
     for (const Size size : {Size{1, 1}, {2, 5}, {3, 3}, {5, 4}}) {
         const std::string file = PatternBmp(size);
@@ -134,14 +135,10 @@ TEST(Bmp, IsReadInEveryFormAndRefusedInAnyOther) {
         read("wide ", wide), read("fields ", fields), read("longest ", With(longest, 14, 1024));
         read("too long ", With(With(longest, 10, 1039), 14, 1025));
         for (const size_t at : {54u, 58u, 62u}) read("field ", With(fields, at, 1));
-        for (const auto& [at, value] : std::vector<std::pair<size_t, int32_t>>{
-                 {10, 54},    {22, -size.height}, {0, 'X'}, {18, 0},         {18, -5},    {18, INT32_MAX},
-                 {22, 0},     {22, -5},           {22, 6},  {22, INT32_MIN}, {18, 32767}, {18, 32768},
-                 {22, 32767}, {22, 32768},        {30, 1},  {30, 3},         {28, 16},    {28, 8},
-                 {10, 20},    {10, -1},           {10, 53}, {10, 56},        {14, -1},    {14, 39},
-                 {14, 41}})
-            read(std::to_string(at) + " " + std::to_string(value) + " ", With(file, at, value));
-        for (size_t length = 0; length < file.size(); length += 1 + length % 7) read("", file.substr(0, length));
+        for (size_t at = 0; at < 54; ++at)
+            for (const int value : {0, 1, 3, 16, 53, 56, 32768, -5, INT_MIN})
+                read(std::to_string(at) + " " + std::to_string(value) + " ", With(file, at, value));
+        for (size_t length = 0; length < file.size(); length += 1 + length % 7) read("cut ", file.substr(0, length));
         read("without the last filling ", file.substr(0, file.find_last_not_of('\0') + 1));
     }
 }
