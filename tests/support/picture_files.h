@@ -21,3 +21,10 @@ inline Surface PatternSurface(Size size, int variant = 0) {
             pixels[size_t(y) * size_t(surface.Stride()) + size_t(x)] = PatternPixel(x, y, variant);
     return surface;
 }
+
+// A number as files hold it.
+inline std::string Little(int64_t value, int bytes = 4) {
+    std::string text;
+    for (int i = 0; i < bytes; ++i) text += char(value >> 8 * i & 0xFF);
+    return text;
+}

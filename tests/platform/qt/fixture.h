@@ -39,6 +39,14 @@ private:
     Backend* before_;
 };
 
+// The greatest difference of a colour.
+inline int Apart(const QImage& a, const QImage& b) {
+    int most = a.size() == b.size() ? 0 : 256;
+    for (int i = 0; i < a.sizeInBytes() && most < 256; ++i)
+        if (i % 4 < 3) most = std::max(most, std::abs(a.constBits()[i] - b.constBits()[i]));
+    return most;
+}
+
 // Lets events in until the condition holds; false if it never does.
 inline bool Comes(const std::function<bool()>& condition) {
     QElapsedTimer since;
