@@ -1,4 +1,4 @@
-// The game's own windows in real widgets: what a screen reader hears, the order of the keys, the skin's tick.
+// The game's own windows in real widgets: what a screen reader hears, the order of the keys.
 #include "browser/frm_thumbs.h"
 #include "play/frm_main.h"
 #include "shell/form1.h"
@@ -26,25 +26,5 @@ TEST_F(GameWindows, AreMadeOfTheseWidgets) {
             if (form == &help || form == &about)
                 DO(QCoreApplication::sendEvent(focus ? focus : &Window(*form), &event));
         }
-    }
-}
-
-TEST_F(GameWindows, TheSkinsTickIsSeenInEveryStateOfItsItem) {
-    ASSERT_TRUE(desktop.LoadSkin(ReadFile(FENTO_SOURCE_DIR "/assets/Puzzle.skn").value_or("")));
-    frmMain main;
-    main.OnLoad = {};
-    main.Load();
-    desktop.ApplySkin(main);
-    QMenu* menu = Window(main).MenuBar().actions().at(1)->menu();
-    menu->adjustSize();
-    QAction* item = menu->actions().at(3);
-    for (const int state : {0, 1, 2, 3}) {
-        menu->setActiveAction(state == 1 ? item : nullptr), item->setEnabled(state != 2), item->setChecked(state != 3);
-        const QImage row = menu->grab(menu->actionGeometry(item)).toImage();
-        int most = 0;
-        for (int i = 0; i < 18 * row.height(); ++i)
-            most =
-                std::max(most, std::abs(qGray(row.pixel(6 + i % 18, i / 18)) - qGray(row.pixel(row.width() - 3, 3))));
-        EXPECT_EQ(most > 60, item->isChecked()) << state;
     }
 }
