@@ -40,7 +40,7 @@ def wait_for(condition, what):
     raise Failure(f"waited {time.monotonic() - begin:.0f} s in vain for {what}{why}")
 
 
-def run(*command, check=True, env=None, binary=False):
+def run(*command, check=True, env=None):
     try:
         done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.PIPE, env=env, timeout=LONGEST)
     except subprocess.TimeoutExpired as late:
@@ -48,7 +48,7 @@ def run(*command, check=True, env=None, binary=False):
     said = done.stderr.decode(errors="replace").strip()
     if check and (said and done.returncode or done.returncode not in (0, 1)):  # a search finds nothing in silence
         raise Failure(f"{' '.join(command)}: {said or done.returncode}")
-    return done.stdout if binary else done.stdout.decode(errors="replace")
+    return done.stdout.decode(errors="replace")
 
 
 def check(true, what):
@@ -62,12 +62,7 @@ def script(main):
     if len(sys.argv) < 3:
         sys.exit(f"usage: {name} PROGRAM SCREENSHOT_FOLDER ...")
 
-    def stop(*_):
-        global LONGEST
-        LONGEST = 0  # nor do other threads wait any longer
-        sys.exit(f"{name}: stopped")
-
-    signal.signal(signal.SIGTERM, stop)
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(f"{name}: stopped"))
     os.makedirs(sys.argv[2], exist_ok=True)
     try:
         main(*sys.argv[1:])

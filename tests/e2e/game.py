@@ -98,10 +98,6 @@ class Game:
         if steps:
             self.screen.key(*steps)
 
-    def refresh_menu(self, top):
-        """Opens and closes a menu: shortcuts follow the enabling that its last opening left."""
-        self.menu(top, "Escape", "Escape")
-
     def new_game(self, level):
         """The picture dialog, its scan over; level 0, 1, 3, 4 or 5."""
         downs = {0: 0, 1: 1, 3: 2, 4: 3, 5: 4}[level]
@@ -121,12 +117,9 @@ class Game:
         os.makedirs(os.path.dirname(path), exist_ok=True)
         run("convert", "-size", size, *look, path)
 
-    def start_picture(self, level, number=1, shot=None):
-        """A new game of the number-th picture."""
-        dialog = self.new_game(level)
-        if shot:
-            self.screen.screenshot(shot)
-        self.screen.click(*self.thumbnail(dialog, number), times=2)
+    def start_picture(self, level):
+        """A new game of the first picture."""
+        self.screen.click(*self.thumbnail(self.new_game(level), 1), times=2)
         self.screen.gone("Busca Imagens")
 
     def won(self, shot=None):
@@ -137,21 +130,12 @@ class Game:
         self.screen.key("Return")
         self.screen.gone("Parabéns!!")
 
-    def answer_restart(self, key, shot=None):
-        """Asks for a restart and answers the question."""
-        self.screen.key("F3")
-        wait_for(lambda: len(self.windows()) == 2, "the question before a restart")
-        if shot:
-            self.screen.screenshot(shot)
-        self.screen.key(key)
-        wait_for(lambda: self.windows() == {self.window}, "the question to close")
-
     def save(self, name):
         """Saves by Ctrl+S and a typed name; returns what was saved."""
         path = os.path.join(self.folder, "Save", name + ".pzl")
         if os.path.exists(path):
             os.remove(path)
-        self.refresh_menu(0)
+        self.menu(0, "Escape", "Escape")  # shortcuts follow the enabling that its last opening left
         self._file_dialog("ctrl+s", "Salvar como", name)
         return wait_for(lambda: Saved(path), f"the saved game {path}")
 
@@ -169,6 +153,20 @@ class Game:
         """What config.ini says."""
         with open(self.folder + "/config.ini", "rb") as file:
             return file.read().decode("cp1252", errors="replace")
+
+    def shown(self):
+        """The rows of the board in view, without scroll bars and panel."""
+        (left, top, width, height), data, across = self.screen.place(self.window), self.screen.bytes(), self.screen.width
+        right = left + width - round(250 * self.scale)
+        return [data[3 * (row * across + left):3 * (row * across + right)]
+                for row in range(self.origin[1], top + height - round(30 * self.scale))]
+
+
+def check_same(before, after, what, bound=0):
+    """That two views of a board are equal; their colours may differ by `bound`."""
+    rows = [row for row, (a, b) in enumerate(zip(before, after))
+            if a != b and max(abs(p - q) for p, q in zip(a, b)) > bound]
+    check(len(before) > 300 and not rows, f"{what} in the rows {rows[:9]}... of {len(before)}")
 
 
 class Saved:
