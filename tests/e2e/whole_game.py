@@ -1,10 +1,9 @@
-"""The whole program on one screen: choosing, playing, saving, small windows, the next run, sound, and the start without a
-window manager.
+"""The whole program on one screen: choosing, playing, saving, small windows, the next run, sound.
 
 usage: whole_game.py PROGRAM SCREENSHOT_FOLDER
 """
 
-from desktop import Screen, check, run, script, wait_for
+from desktop import Screen, check, script, wait_for
 from game import Game, solve
 
 
@@ -38,13 +37,6 @@ def around_the_board(game):
     after = {p["id"]: p for p in game.save("depois").pieces}[piece["id"]]
     moved = after["x"] - piece["x"], after["y"] - piece["y"]
     check(moved == (-77, 44), f"the piece moved by {moved}: the lattice point nearest to -80, 44 is -77, 44")
-    game.menu(2, "Up", "Return")
-    screen.window(" Sobre o Fento-Lira Master")
-    screen.screenshot(game.shots + "/3-about.png")
-    screen.key("ctrl+o")
-    check(len(game.windows()) == 2, "a command reached the main window behind the About box")
-    screen.key("alt+F4")
-    screen.gone(" Sobre o Fento-Lira Master")
 
 
 def play_on(game):
@@ -79,31 +71,7 @@ def colour(game):
     game.end()
     Game.BOARD = (0xA0, 0xC8, 0xB4)  # start() looks for a board of this colour
     game.start()
-    icons = run("xprop", "-id", str(game.window), "_NET_WM_ICON", env=screen.env)
-    check(game.for_windows or all(f"({side} x {side})" in icons for side in (16, 32, 48, 64, 96)), "the window lacks icons")
     game.end()
-
-
-def without_a_manager(game):
-    """The splash follows a press that comes through late, and windows get the keys."""
-    screen = game.screen
-    manager = screen.processes.pop()
-    manager.terminate()
-    manager.wait()
-    screen._start(game.command, env=game.env)
-    splash = wait_for(game.windows, "the splash").pop()
-    x, y, _, _ = screen.place(splash)
-    screen.move(x + 300, y + 60)
-    screen.press()
-    screen.move(x + 340, y + 90)
-    wait_for(lambda: screen.place(splash)[:2] == (x + 40, y + 30), "the splash to follow the pointer")
-    screen.release()
-    wait_for(lambda: splash not in game.windows(), "the splash to go")
-    for keys, title in ("F10 Right Right Up Return", "Sobre o"), ("F1", "Como Jogar"):
-        screen.key(*keys.split())
-        wait_for(lambda: screen.windows("--name", title), f"the window '{title}'")
-        screen.key("Escape")
-        wait_for(lambda: not screen.windows("--name", title), f"the window '{title}' to close")
 
 
 def main(program, shots):
@@ -116,8 +84,6 @@ def main(program, shots):
         around_the_board(game)
         play_on(game)
         colour(game)
-        if not game.for_windows:
-            without_a_manager(game)
     print("chosen, played, saved, taken up again and won; seen, heard and kept")
 
 
