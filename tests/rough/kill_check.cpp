@@ -6,9 +6,14 @@
 // usage: kill_check FOLDER [KILLS [SEED]]
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sched.h>
+#include <sys/mman.h>
+#include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
 #include <cstdarg>
 #include <cstdio>
@@ -65,12 +70,10 @@ extern "C" int open(const char* path, int flags, ...) {
 
 namespace {
 
-[[noreturn]] void Fail(const std::string& what) {
+void Require(bool held, const std::string& what) {
+    if (held) return;
     std::fprintf(stderr, "FAILED: %s\n", what.c_str());
     std::_Exit(1);
-}
-void Require(bool held, const std::string& what) {
-    if (!held) Fail(what);
 }
 
 // A program on a folder; what it saves is told by its seconds.
@@ -90,12 +93,6 @@ struct Program : GameFixture {
         desktop.fileAnswers.assign(1, place_ + "/jogo.pzl");
         Menu("mnuSaveGame");
     }
-    bool Load() {
-        desktop.fileAnswers.assign(1, place_ + "/jogo.pzl");
-        ElapsedSeconds = -1;
-        Menu("mnuLoadGame");
-        return ElapsedSeconds >= 0 && GameRunning;
-    }
 
 private:
     std::string place_;
@@ -113,18 +110,16 @@ int32_t SecondsOf(const std::string& folder) {
     return game->ElapsedSeconds;
 }
 
-std::string Config(const std::string& folder, const char* key) {
-    const std::string text = ReadFile(folder + "/config.ini").value_or("");
-    size_t lines = 0;
-    for (size_t at = 0; (at = text.find("; stays\n", at)) != text.npos; ++at) ++lines;
-    Require(lines == 300 && text.ends_with("end\n"), "config.ini is not whole");
-    return ReadKey(text, "SETUP", key).value_or("True");
-}
-
+// Settings of some length, which stays.
+const std::string Stays(3000, ';');
 void MakeConfig(const std::string& folder) {
-    std::string text = "[SETUP]\nSom=True\n";
-    for (int i = 0; i < 300; ++i) text += "; stays\n";
-    Require(WriteFileAtomically(folder + "/config.ini", text + "[end]\nend=end\n"), "no " + folder);
+    Require(WriteFileAtomically(folder + "/config.ini", "[SETUP]\nSom=True\n" + Stays + "\n[end]\nend=end\n"),
+            "no file");
+}
+std::string Config(const std::string& folder, const std::string& key) {
+    const std::string text = ReadFile(folder + "/config.ini").value_or("");
+    Require(text.find(Stays) != text.npos && text.ends_with("end\n"), "config.ini is not whole");
+    return ReadKey(text, "SETUP", key.c_str()).value_or("True");
 }
 
 template <typename Part>
@@ -139,77 +134,85 @@ void Await(pid_t child, const std::string& what) {
     Require(WIFEXITED(status) && WEXITSTATUS(status) == 0, what);
 }
 
+// One unfinished file at most lies about; the next program sweeps it once it is old.
+int Unfinished(const std::string& folder) {
+    int files = 0;
+    for (const auto& entry : fs::directory_iterator(folder)) {
+        const std::string name = entry.path().filename();
+        if (name == "jogo.pzl" || name == "config.ini" || name == "Save") continue;
+        Require(IsTemporaryName(name) && ++files == 1, "left behind: " + name);
+        fs::last_write_time(entry, fs::file_time_type::clock::now() - std::chrono::hours(1));
+    }
+    return files;
+}
+
 void Kills(const std::string& folder, int kills, std::mt19937& random) {
-    int32_t seconds = 1;
+    // What was said to be saved; the children's as well.
+    auto& safe =
+        *new (mmap(nullptr, 4096, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) std::atomic<int32_t>(0);
     int left = 0;
     for (int round = 0; round < kills; ++round) {
-        int pipe[2];
-        Require(::pipe(pipe) == 0, "no pipe");
+        const int32_t before = safe;
         const pid_t child = InAChild([&] {
-            Program program(folder);
-            for (int32_t now = seconds;; ++now) {
-                program.Save(now);
-                if (write(pipe[1], &now, sizeof now) != sizeof now) std::_Exit(1);
-                program.Menu("mnuSounds");
-            }
+            for (Program program(folder);; program.Menu("mnuSounds")) program.Save(safe + 1), ++safe;
         });
-        close(pipe[1]);
-        int32_t safe = 0;
-        Require(read(pipe[0], &safe, sizeof safe) == sizeof safe, "a child did not save at all");
+        while (safe == before) Require(waitpid(child, nullptr, WNOHANG) == 0, "a child did not save at all");
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 20000));
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        while (read(pipe[0], &safe, sizeof safe) == sizeof safe) {
-        }
-        close(pipe[0]);
-        seconds = SecondsOf(folder);
+        const int32_t seconds = SecondsOf(folder);
         Require(seconds == safe || seconds == safe + 1, "what was said to be saved is lost");
+        safe = seconds;
         (void)Config(folder, "Som");
-        ++seconds;
-        // What lies about is one unfinished file at most, and the next program sweeps it once it is old.
-        int files = 0;
-        for (const auto& entry : fs::directory_iterator(folder)) {
-            const std::string name = entry.path().filename();
-            if (name == "jogo.pzl" || name == "config.ini" || name == "Save") continue;
-            Require(IsTemporaryName(name) && ++files == 1, "left behind: " + name);
-            fs::last_write_time(entry, fs::file_time_type::clock::now() - std::chrono::hours(1));
-            ++left;
-        }
+        left += Unfinished(folder);
     }
-    Await(InAChild([&] { Require(Program(folder).Load(), "the last game does not load"); }), "loading");
-    std::printf("%d kills in %d saves: every file whole; %d unfinished ones were swept\n", kills, seconds, left);
+    std::printf("%d kills in %d saves: every file whole; %d unfinished ones were swept\n", kills, int(safe), left);
 }
 
 // What keeps a save from coming about: the old files stay whole, nothing is left behind, the game goes on and saves
 // again.
-void Hindrances(const std::string& folder, Program& program) {
-    const std::string usual = "open fchmod write fsync rename open fsync ";
-    const auto tries = [&](const std::string& what, bool saves) {
-        static int32_t seconds = 10000;
+void Hindrances(const std::string& folder) {
+    Program program(folder);
+    rlimit files{};
+    getrlimit(RLIMIT_NOFILE, &files);
+    auto tries = [&, seconds = 10000](const std::string& what, bool saves, rlim_t most = 1000) mutable {
         const int32_t before = SecondsOf(folder), now = ++seconds;
+        const rlimit some{most, files.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &some);
         calls.clear(), watching = true;
         program.Save(now);
         watching = false;
+        setrlimit(RLIMIT_NOFILE, &files);
         Require(SecondsOf(folder) == (saves ? now : before), what);
         for (const auto& entry : fs::directory_iterator(folder))
             Require(!IsTemporaryName(entry.path().filename().string()), what + " leaves a file");
         Require(GameRunning && program.main.Timer1.Enabled() && program.desktop.boxes.empty(),
                 what + ": the game stops");
     };
-    program.Save(1);
     tries("a save", true);
-    Require(calls == usual, "the order of calls is " + calls);
-    for (int call = 1; call <= 5; ++call) failing = call, tries("call " + std::to_string(call) + " fails", false);
-    for (int call = 6; call <= 7; ++call) failing = call, tries("the folder can't be flushed", true);
+    Require(calls == "open fchmod write fsync rename open fsync ", "the order of calls is " + calls);
+    for (int call = 1; call <= 7; ++call)  // the last two flush the folder
+        failing = call, tries("call " + std::to_string(call) + " fails", call > 5);
     halfWrites = true, tries("writes of half", true), halfWrites = false;
+    tries("no descriptors", false, 0);
     tries("afterwards", true);
+    std::puts("calls that fail one by one, no descriptors: the old file stays whole, the game goes on");
+    // A disk of this program alone.
+    if (unshare(CLONE_NEWNS) != 0 || mount("", "/", "", MS_REC | MS_PRIVATE, "") != 0 ||
+        mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") != 0)
+        return (void)std::puts("skipped without the right to mount: a full disk");
+    MakeConfig(folder), program.Save(1);
+    std::ofstream(folder + "/fill") << std::string(1 << 20, 'x');
+    tries("a full disk", false);
+    fs::remove(folder + "/fill");
+    tries("room again", true);
+    std::puts("a full disk: the same");
 }
 
 // Two programs on one folder: each writes settings of its own, both save the same game.
 void TwoAtOnce(const std::string& folder) {
     constexpr int Times = 300;
-    MakeConfig(folder);
-    const auto run = [&](const char* key) {
+    const auto run = [&](const std::string& key) {
         return InAChild([&folder, key] {
             Program program(folder);
             for (int i = 1; i <= Times; ++i) {
@@ -221,9 +224,9 @@ void TwoAtOnce(const std::string& folder) {
     const pid_t first = run("a"), second = run("b");
     while (waitpid(first, nullptr, WNOHANG) == 0) (void)Config(folder, "Som"), (void)SecondsOf(folder);
     Await(second, "the second of two");
-    for (const char* key : {"a", "b"})
+    for (const std::string key : {"a", "b"})
         for (int i = 1; i <= Times; ++i)
-            Require(Config(folder, (key + std::to_string(i)).c_str()) == "x", "one lost what the other wrote");
+            Require(Config(folder, key + std::to_string(i)) == "x", "one lost what the other wrote");
     std::printf("two programs at once, %d settings and games each: nothing torn, nothing lost\n", Times);
 }
 
@@ -233,18 +236,13 @@ int main(int argc, char** argv) {
     if (argc < 2) return std::fprintf(stderr, "usage: kill_check FOLDER [KILLS [SEED]]\n"), 2;
     const std::string folder = fs::absolute(argv[1]).string();
     const uint32_t seed = argc > 3 ? uint32_t(std::atoi(argv[3])) : std::random_device{}() & 0xFFFFFF;
-    std::printf("seed %u\n", seed), std::fflush(stdout);
+    std::setvbuf(stdout, nullptr, _IONBF, 0);  // children end without a flush
+    std::printf("seed %u\n", seed);
     std::mt19937 random{seed};
     fs::create_directories(folder);
     MakeConfig(folder);
     Require(WriteFileAtomically(folder + ".bmp", "the desktop makes its pixels"), "no picture");
     Kills(folder, argc > 2 ? std::atoi(argv[2]) : 200, random);
-    Await(InAChild([&] {
-              Program program(folder);
-              Hindrances(folder, program);
-          }),
-          "hindrances");
-    std::puts("calls that fail one by one: the old file stays whole, the game goes on");
-    std::fflush(stdout);
+    Await(InAChild([&] { Hindrances(folder); }), "hindrances");
     TwoAtOnce(folder);
 }
