@@ -14,9 +14,9 @@
 #include "shell/text_helpers.h"
 #include "shell/uc_firefox_wait.h"
 #include "shell/version.h"
-#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
+#include "tests/support/variables.h"
 
 using namespace ModCmnDlg;
 
@@ -26,6 +26,7 @@ struct Shell : testing::Test {
     Shell() {
         PuzzleModule::AppFolder = folder.WithSlash();
         FileDialogRec = {};
+        SetVariable(SettingsVariable, folder / "config"), SetVariable(DataVariable, folder / "home/data");
         transcript.log = &desktop.log;
         transcript.state = [this] {
             State all{{"pages", testing::PrintToString(desktop.pages)}};
@@ -36,7 +37,6 @@ struct Shell : testing::Test {
     ~Shell() override { PuzzleModule::ResetState(); }
 
     TempFolder folder;
-    ScopedVariable configuration{SettingsVariable, folder / "config"}, data{DataVariable, folder / "home/data"};
     HeadlessDesktop desktop;
     Transcript transcript;
     Form main{"frmMain", "", ScaleMode::Pixels, FormBorder::Sizable};

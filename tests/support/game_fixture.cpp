@@ -6,7 +6,7 @@
 #include "core/pieces.h"
 #include "platform/system/files.h"
 #include "tests/reference/literal_board.h"
-#include "tests/support/scoped_variable.h"
+#include "tests/support/variables.h"
 
 using namespace PuzzleModule;
 
@@ -14,7 +14,7 @@ namespace {
 
 // Before the window: settings in the folder, the state at its start values.
 std::unique_ptr<HeadlessDesktop> Prepared(std::unique_ptr<HeadlessDesktop> desktop, const TempFolder& folder) {
-    SetVariable(SettingsVariable, (folder / "settings").c_str());
+    SetVariable(SettingsVariable, folder / "settings");
     ResetState();
     return desktop;
 }

@@ -12,9 +12,9 @@
 #include "platform/system/machine.h"
 #include "platform/system/temporary_name.h"
 #include "platform/system/user_settings.h"
-#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
+#include "tests/support/variables.h"
 
 namespace fs = std::filesystem;
 
@@ -96,7 +96,7 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
     DO(std::tuple{MkDir(folder / "new"), MkDir(folder / "new"), MkDir(folder / "a/b"), MkDirs(folder / "a/b")});
     DO(std::pair{MkDirs(folder / "a/b"), MkDirs(folder / "file/below")});
     DO(RemoveFile(folder / "file"), RemoveFile(folder / "new"), RemoveFile(folder / "a"), RemoveFile(folder / "none"));
-    const ScopedVariable home("HOME", "/home/ana"), config("XDG_CONFIG_HOME", "relative"), data("XDG_DATA_HOME", "//");
+    SetVariable("HOME", "/home/ana"), SetVariable("XDG_CONFIG_HOME", "relative"), SetVariable("XDG_DATA_HOME", "//");
     DO(std::pair{ConfigurationHome(), DataHome()});
     const auto volumes = MachineVolumes("/home/ana"), root = MachineVolumes("/");
     DO(std::tuple{FileTitle(ProgramFile()), volumes[0].root + volumes[0].label, volumes[1].root + volumes[1].label,

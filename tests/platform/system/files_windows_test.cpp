@@ -8,8 +8,8 @@
 #include "platform/system/machine.h"
 #include "platform/system/user_settings.h"
 #include "platform/system/wide.h"
-#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
+#include "tests/support/variables.h"
 
 namespace {
 

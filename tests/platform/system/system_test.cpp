@@ -13,9 +13,9 @@
 #include "platform/system/resources.h"
 #include "platform/system/timer.h"
 #include "platform/system/user_settings.h"
-#include "tests/support/scoped_variable.h"
 #include "tests/support/temp_folder.h"
 #include "tests/support/transcript.h"
+#include "tests/support/variables.h"
 
 TEST(ProfileFile, WritesWhereAReaderWouldLook) {
     Transcript transcript;
@@ -41,7 +41,7 @@ TEST(ProfileFile, WritesWhereAReaderWouldLook) {
     DO(std::pair{file.Write("S", "k", "two\nlines"), file.Read("S", "k")});
     DO(ProfileFile(folder.MakeFolder("inner")).Write("S", "k", "v"));  // is not replaced
     DO(ProfileFile(folder / "missing/config.ini").Write("S", "k", "v"));
-    const ScopedVariable config(SettingsVariable, folder / "config/");
+    SetVariable(SettingsVariable, folder / "config/");
     DO(GetSetting("program", "cDialog", "RegColors", "Key") + (folder.Has("config") ? " made" : ""));
     DO(SaveSetting("program", "cDialog", "RegColors", "1,2") && SaveSetting("other", "cDialog", "RegColors", "3"));
     DO(GetSetting("program", "cDialog", "RegColors", "Key") + folder.Read("config/fento-lira-master/settings.ini"));
