@@ -48,7 +48,7 @@ protected:
     }
     // The desktop asks once for each box and dialog.
     void OfferModal() {
-        desktop.whileModal = [this] { OfferModal(), Occasion("it is open"); };
+        desktop.whileModal = [this] { OfferModal(), desktop.occasion("it is open"); };
     }
     void Occasion(const std::string& which) {
         transcript.Step("-- " + which, [] {});
