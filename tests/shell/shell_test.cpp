@@ -152,9 +152,8 @@ TEST_F(Shell, DialogsAskWhatTheRecordSaysAndFillIt) {
             desktop.fileAnswers = {begin + std::string(more, 'x')};
             DO(FileDialogRec.FileName = "none", ShowOpen());
         }
-    for (const char* path :
-         {"/g/jogo.txt", "/g/a.b.c", "/g.d/jogo", "/g/jogo.pzl", "/g/jogo.", "/g/São.João", "/g/.pzl"})
-        transcript.Write(path + (" -> " + WithSavedGameExtension(path)));
+    for (const char* path : {"/g/a.b.c", "/g.d/jogo", "/g/jogo.pzl", "/g/jogo.", "/g/São.João", "/g/.pzl"})
+        DO(path + (" -> " + WithSavedGameExtension(path)));
     std::string none, some = "abc";
     DO(ChangeExtension("a.b.c", none), ChangeExtension("a.b", some) + some + TrimNull(std::string("x\0y", 3)));
 
@@ -183,11 +182,10 @@ TEST_F(Shell, SettingsTakeTheirDefaultForWhatIsNoValueAndComeBackAsWritten) {
         folder.Write("config.ini", "[SETUP]\nSom=" + value + "\nNavegador=" + value + "\nColor=" + value + "\n");
         return shown();
     };
-    for (const std::string& value : vb5::Split(
-             "False|FALSO|0| false |-0|0.0|Verdadeiro|True|fals|falsos|-1|2|0.5||no|0 0|--0|.5|-0.4| 255 "
-             "|+255|254.5001|1.5|"
-             "2.5|-.6|16777216|-2147483643|12x|&HFF|+-5|+|inf|2147483647.5|-2147483648.5|99999999999|\t7\t|\"8 \"",
-             "|"))
+    const std::string values =
+        "False|FALSO|0| false |-0|0.0|Verdadeiro|True|fals|falsos|-1|2||no|0 0|--0|.5|-0.4| 255 |+255|254.5001|1.5|2.5|"
+        "-.6|16777216|-2147483643|12x|&HFF|+-5|+|inf|2147483647.5|-2147483648.5|99999999999|\t7\t|\"8 \"";
+    for (const std::string& value : vb5::Split(values, "|"))
         transcript.Write(value + testing::PrintToString(stored(value)));
     for (const std::string& value : {std::string(254, '0'), "1" + std::string(254, '0'), std::string("1\0002", 3)})
         DO(std::pair(stored(value), ModINI::ReadIni(SettingsSection, "Color", "none").size()));

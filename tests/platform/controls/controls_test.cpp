@@ -238,13 +238,11 @@ TEST_F(Controls, ListsFollowTheFolders) {
     drives.Change = transcript.Told("drive"), folders.Change = transcript.Told("folder");
     form.AddChild(drives), form.AddChild(folders);
     transcript.state = [&] {
-        std::string lines;
-        for (const DirListBox::Entry& entry : folders.Entries())
+        State all{{"drives", std::to_string(drives.Current()) + ' ' + drives.Drive()}, {"folders", folders.Path()}};
+        for (const auto& [path, name, depth, open] : folders.Entries())
             if (folders.Path() != "/")  // what stands in the root is the machine's own
-                lines +=
-                    (entry.open ? " [" : " ") + std::to_string(entry.depth) + ' ' + entry.label + ": " + entry.path;
-        return std::map<std::string, std::string>{{"drives", std::to_string(drives.Current()) + ' ' + drives.Drive()},
-                                                  {"folders", folders.Path() + lines}};
+                all["folders"] += (open ? " [" : " ") + std::to_string(depth) + ' ' + name + ": " + path;
+        return all;
     };
     const auto path = [&] {
         const char* const below = transcript.Draw<const char*>(

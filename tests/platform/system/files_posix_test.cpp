@@ -41,14 +41,13 @@ struct Files : testing::Test {
     void Link(const std::string& name, const std::string& to) { fs::create_symlink(to, folder / name); }
     // With no file that may grow beyond `bytes`.
     bool WriteLimited(const std::string& name, rlim_t bytes) {
-        const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+        std::signal(SIGXFSZ, SIG_IGN);
         rlimit before{};
         getrlimit(RLIMIT_FSIZE, &before);
         const rlimit limit{bytes, before.rlim_max};
         setrlimit(RLIMIT_FSIZE, &limit);
         const bool written = WriteFileAtomically(folder / name, std::string(20000, 'x'));
         setrlimit(RLIMIT_FSIZE, &before);
-        std::signal(SIGXFSZ, handler);
         return written;
     }
 
