@@ -58,26 +58,20 @@ protected:
         menu.Add("save", "Salvar", {'S', 0, true}).Click = transcript.Told("save");
         menu.Add("line", "-"), menu.Add("help", "Ajuda", {0, 3, false}).SetChecked(true);
         menu.Add("more", "Mais").Add("deep", "Fundo", {'Z', 0, false});
+        const auto told = [this](const std::string& what) { return transcript.Told(what); };
         for (PictureBox* each : {&box, &edged, &panel}) {
-            each->MouseDown = transcript.Told(each->Name() + " down"),
-            each->MouseUp = transcript.Told(each->Name() + " up");
-            each->MouseMove = transcript.Told(each->Name() + " move");
+            each->MouseDown = told(each->Name() + " down"), each->MouseUp = told(each->Name() + " up");
+            each->MouseMove = told(each->Name() + " move");
         }
-        box.Click = transcript.Told("click"), box.DblClick = transcript.Told("dbl"),
-        link.Click = transcript.Told("link"), push.Click = transcript.Told("push");
-        form.MouseDown = transcript.Told("form"), image.MouseDown = transcript.Told("image"),
-        menu.Click = transcript.Told("menu");
-        form.OnMenu = transcript.Told("any menu"), form.OnActivate = transcript.Told("active"),
-        form.OnUnload = transcript.Told("unload");
+        box.Click = told("click"), box.DblClick = told("dbl"), link.Click = told("link"), push.Click = told("push");
+        form.MouseDown = told("form"), image.MouseDown = told("image"), menu.Click = told("menu");
+        form.OnMenu = told("any menu"), form.OnActivate = told("active"), form.OnUnload = told("unload");
+        bar.Change = told("change"), bar.Scroll = told("scroll"), drives.Change = told("drive");
+        rows.Change = told("folder"), sheet.FigureClick = told("figure"), sheet.FrameClick = told("frame");
+        sheet.FigureDblClick = told("double"), sheet.FigureMouseUp = told("off");
+        sheet.FigureMouseDown = told("on"), sheet.FigureMouseMove = told("along");
         form.OnResize = [this] { transcript.Hear("wide " + std::to_string(int(form.ScaleWidth()))); };
         form.KeyDown = [this](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
-        bar.Change = transcript.Told("change"), bar.Scroll = transcript.Told("scroll"),
-        drives.Change = transcript.Told("drive");
-        rows.Change = transcript.Told("folder"), sheet.FigureClick = transcript.Told("figure"),
-        sheet.FrameClick = transcript.Told("frame");
-        sheet.FigureDblClick = transcript.Told("double");
-        sheet.FigureMouseDown = transcript.Told("on"), sheet.FigureMouseMove = transcript.Told("along"),
-        sheet.FigureMouseUp = transcript.Told("off");
         box.Wheel = sheet.Wheel = [this](const WheelTurn& t) {
             transcript.Hear(FromText(QString("turn %1,%2 %3").arg(t.x).arg(t.y).arg(int(t.unit))));
         };
@@ -205,8 +199,9 @@ TEST_F(Windows, ShowTheirPixelsAtEveryDensity) {
             FillRect(*backdrop, {9, 9, 50, 30}, Rgb(0xE0, 0xDC, 0xD8));
             DO(bare.SetBackdrop(backdrop), sheet.Change(2).frame.left += 15, DoEvents());
             for (const Control* each : std::initializer_list<const Control*>{&box, &edged, &image, &frame, &sheet})
-                DO(PixelsOf(On(*each).grab().toImage()));
-            DO(PixelsOf(Window(bare).grab().toImage()), desktop.ScaleOf(form));
+                DO(PixelsOf(PeerOf(*each)->Widget()->grab().toImage()));
+            DO(PixelsOf(Window(bare).grab().toImage()));
+            DO(desktop.ScaleOf(form));
             Paints paints;
             On(box).installEventFilter(&paints);
             for (int x = 30; x < 41; ++x, desktop.PaintNow()) SetPixel(box.Image, x, 20, 0), box.Image.Refresh();
@@ -373,7 +368,6 @@ TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
     for (const char* name : {"um", "dois.tres", "quatro"}) DO(type(false, {name}));
     DO(type(false, {"nada", "nada.pzl", "cinco", "um.pzl"}));
     DO(type(false, {"um", "outro"}, 2));
-    DO(type(false, {"nada"}, 9));
     DO(type(true, {"novo"}, 2));
     DO(request.title = "Outro", type(true, {"um.pzl"}, 3));
 }
@@ -392,5 +386,4 @@ TEST_F(Windows, ScreenSkinPlacesAndWordsAreTheDesktops) {
         if (volume.kind != Volume::Kind::Drive) transcript.Write(volume.label + " " + volume.root);
     InstallPortuguese();
     DO(FromText(QCoreApplication::translate("QColorDialog", "&HTML:") + QLocale().name()));
-    EXPECT_NE(QCoreApplication::translate("QFileDialog", "Look in:"), "Look in:");
 }
