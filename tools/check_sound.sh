@@ -9,5 +9,5 @@ need BUILD RUN TEST SOUND
 say "Building..."
 build_preset release || exit 1
 mkdir -p build/check/shots/sound
-exec timeout -k 10 600 python3 tests/sound/sound_check.py "$PWD/build/release/fento-lira-master" \
+exec timeout -k 10 600 python3 tests/long/sound.py "$PWD/build/release/fento-lira-master" \
     "$PWD/build/check/shots/sound" "$PWD/assets/waves"

@@ -7,12 +7,10 @@ import ctypes
 import ctypes.util
 import time
 
-from pulse import Closing
-
 ALL_PLANES, Z_PIXMAP = 0xFFFFFFFF, 2
 
 
-class Pointer(Closing):
+class Pointer:
     def __init__(self, display):
         self.x11 = ctypes.CDLL(ctypes.util.find_library("X11") or "libX11.so.6")
         self.xtst = ctypes.CDLL(ctypes.util.find_library("Xtst") or "libXtst.so.6")
@@ -25,27 +23,28 @@ class Pointer(Closing):
             raise OSError(f"no display {display}")
         self.root = ctypes.c_ulong(self.x11.XDefaultRootWindow(self.display))
 
-    def close(self):
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
         self.x11.XCloseDisplay(self.display)
 
-    def _flush(self):
-        """The server has everything; returns the moment."""
+    def _fake(self, kind, *what):
+        """Returns the moment; then the server has it."""
+        getattr(self.xtst, f"XTestFake{kind}Event")(self.display, *what, ctypes.c_ulong(0))
         self.x11.XFlush(self.display)
         moment = time.monotonic()
         self.x11.XSync(self.display, 0)
         return moment
 
     def move(self, x, y):
-        self.xtst.XTestFakeMotionEvent(self.display, -1, round(x), round(y), ctypes.c_ulong(0))
-        return self._flush()
+        return self._fake("Motion", -1, round(x), round(y))
 
     def press(self, button=1):
-        self.xtst.XTestFakeButtonEvent(self.display, button, 1, ctypes.c_ulong(0))
-        return self._flush()
+        return self._fake("Button", button, 1)
 
     def release(self, button=1):
-        self.xtst.XTestFakeButtonEvent(self.display, button, 0, ctypes.c_ulong(0))
-        return self._flush()
+        return self._fake("Button", button, 0)
 
     def click(self, button):
         moment = self.press(button)

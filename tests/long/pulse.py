@@ -1,6 +1,7 @@
 """A sound daemon of our own with one sink that goes nowhere."""
 
 import os
+import shutil
 import signal
 import subprocess
 import tempfile
@@ -10,17 +11,7 @@ from desktop import wait_for
 RATE = 44100
 
 
-class Closing:
-    """Closed at the end of its `with`."""
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.close()
-
-
-class Daemon(Closing):
+class Daemon:
     """PulseAudio in the foreground, in a folder of its own, found by its socket only."""
 
     def __init__(self, log):
@@ -42,32 +33,28 @@ class Daemon(Closing):
              "-L", f"module-native-protocol-unix socket={self.socket} auth-anonymous=1",
              "-L", f"module-null-sink sink_name=fento rate={RATE} channels=1 format=s16le"],
             stdin=subprocess.DEVNULL, stdout=self.log, stderr=self.log, env=self.env)
-        wait_for(lambda: os.path.exists(self.socket) and self.ask("info").returncode == 0, "the sound daemon")
+        wait_for(lambda: os.path.exists(self.socket) and self._ask("info").returncode == 0, "the sound daemon")
 
-    def ask(self, *words):
-        return subprocess.run(["pactl", *words], env=self.env, stdout=subprocess.PIPE, stderr=subprocess.PIPE,
-                              stdin=subprocess.DEVNULL, timeout=10, text=True)
+    def _ask(self, *words):
+        return subprocess.run(["pactl", *words], env=self.env, capture_output=True, timeout=10, text=True)
 
-    def streams(self):
-        """How many programs play on it."""
-        return len(self.ask("list", "short", "sink-inputs").stdout.split("\n")) - 1
+    def plays(self):
+        """Waits until a program has a stream on it."""
+        wait_for(lambda: self._ask("list", "short", "sink-inputs").stdout, "the game's stream at the daemon")
 
     def hang(self):
-        os.kill(self.process.pid, signal.SIGSTOP)
+        self.process.send_signal(signal.SIGSTOP)
 
     def go_on(self):
-        os.kill(self.process.pid, signal.SIGCONT)
+        self.process.send_signal(signal.SIGCONT)
 
     def die(self):
         self.process.kill()
         self.process.wait()
 
-    def close(self):
-        if self.process.poll() is None:
-            self.go_on()
-            self.process.terminate()
-            try:
-                self.process.wait(5)
-            except subprocess.TimeoutExpired:
-                self.die()
-        subprocess.run(["rm", "-rf", self.folder], check=False)
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.die()
+        shutil.rmtree(self.folder)
