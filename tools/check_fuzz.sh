@@ -14,7 +14,7 @@ need BUILD TEST FUZZ
 say "Building..."
 # Every part is watched, not the fuzzer alone: it goes by what code an input reaches.
 quietly build/fuzz-configure.log cmake -S . -B build/fuzz -G Ninja -DCMAKE_BUILD_TYPE=Debug \
-    -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS_DEBUG="-O1 -g1 -fno-omit-frame-pointer" \
+    -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_CXX_FLAGS_DEBUG="-O2 -g1 -fno-omit-frame-pointer" \
     -DCMAKE_CXX_FLAGS="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined" \
     -DFENTO_FUZZ=ON -DFENTO_WARNINGS_AS_ERRORS=OFF || exit 1
 quietly build/fuzz-build.log cmake --build build/fuzz --target fuzz || exit 1

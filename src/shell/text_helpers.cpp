@@ -13,6 +13,18 @@ constexpr size_t LastPosition = size_t(std::numeric_limits<int16_t>::max());
 
 // Bytes by which a text may grow. One that grows beyond them does not end.
 constexpr size_t MostGrowth = 1 << 20;
+
+void Fence(std::string& text, const std::string& delimiter) {
+    if (!text.starts_with(delimiter)) text.insert(0, delimiter);
+    if (!text.ends_with(delimiter)) text += delimiter;
+}
+
+// What stands from `start` to the next delimiter, behind which `start` goes. Empty beyond the last one.
+std::string NextField(const std::string& text, const std::string& delimiter, size_t& start) {
+    const size_t from = start, end = text.find(delimiter, from);
+    start = end == std::string::npos ? end : end + delimiter.size();
+    return end == std::string::npos ? std::string() : text.substr(from, end - from);
+}
 }  // namespace
 
 std::string Replace(const std::string& Expression, const std::string& Find, const std::string& ReplaceWith) {
@@ -33,17 +45,10 @@ std::string Replace(const std::string& Expression, const std::string& Find, cons
 
 std::string FieldAt(std::string& Text, const std::string& Delimiter, int16_t Index) {
     if (Delimiter.empty() || Index < 1) return {};
-    if (!Text.starts_with(Delimiter)) Text.insert(0, Delimiter);
-    if (!Text.ends_with(Delimiter)) Text += Delimiter;
-
-    size_t start = 0;  // of the field behind the delimiter reached
-    for (int i = 0; i < Index; ++i) {
-        const size_t at = Text.find(Delimiter, start);
-        if (at == std::string::npos) return {};
-        start = at + Delimiter.size();
-    }
-    const size_t end = Text.find(Delimiter, start);
-    return end == std::string::npos ? std::string() : Text.substr(start, end - start);
+    Fence(Text, Delimiter);
+    size_t start = 0;
+    for (int i = 0; i < Index; ++i) (void)NextField(Text, Delimiter, start);
+    return NextField(Text, Delimiter, start);
 }
 
 std::vector<std::string> Split(const std::string& Expression, const std::string& Delimiter) {
@@ -53,8 +58,11 @@ std::vector<std::string> Split(const std::string& Expression, const std::string&
     std::string text = Expression + Delimiter + marker + Delimiter;
     // A delimiter that overlaps itself can swallow the start of the marker: the length bounds the walk then.
     const size_t most = std::min(text.size() / Delimiter.size(), LastPosition);
+    Fence(text, Delimiter);
+    size_t start = 0;
+    (void)NextField(text, Delimiter, start);  // in front of the first delimiter
     for (size_t i = 1; i <= most; ++i) {
-        std::string field = FieldAt(text, Delimiter, int16_t(i));
+        std::string field = NextField(text, Delimiter, start);
         if (field == marker) break;
         fields.push_back(std::move(field));
     }

@@ -53,7 +53,8 @@ void FuzzSavedGame(const std::string& bytes) {
 }
 
 // The last line of the input is the new value of a key. What was written is read back, every other key reads as before,
-// of the lines there were none but the key's is touched, and writing the same once more changes nothing.
+// of the lines there were none but the key's is touched, and writing the same once more changes nothing. Of the other
+// keys one is asked in each run.
 void FuzzSettings(const std::string& bytes) {
     constexpr std::pair<const char*, const char*> Known[] = {
         {"SETUP", "Som"}, {"SETUP", "Color"}, {"SETUP", "Navegador"}, {"a", "b"}};
@@ -65,8 +66,8 @@ void FuzzSettings(const std::string& bytes) {
     if (!after) return Require(value.find('\r') != std::string::npos);
     Require(OnlyOneLineChanged(before, *after));
     Require(ReadKey(*after, section, key) == value && WithKey(*after, section, key, value) == after);
-    for (const auto& [s, k] : Known)
-        if (k != key) Require(ReadKey(*after, s, k) == ReadKey(before, s, k));
+    const auto& [s, k] = Known[bytes.size() / 4 % std::size(Known)];
+    Require(k == key || ReadKey(*after, s, k) == ReadKey(before, s, k));
 }
 
 // Sixteen colours come of any text, and the same ones come of what is written for them.
