@@ -1,4 +1,4 @@
-// The game's own windows in real widgets: what a screen reader hears, the order of the keys.
+// The game's own windows in real widgets: what a screen reader hears, the order of the keys, the skin's tick.
 #include "browser/frm_thumbs.h"
 #include "play/frm_main.h"
 #include "shell/form1.h"
@@ -22,5 +22,25 @@ TEST_F(GameWindows, AreMadeOfTheseWidgets) {
         DO(form == &main ? form->Load() : form->Show());
         QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
         if (form == &help || form == &about) DO(QCoreApplication::sendEvent(&Window(*form), &escape));
+    }
+}
+
+TEST_F(GameWindows, TheSkinsTickIsSeenInEveryStateOfItsItem) {
+    ASSERT_TRUE(desktop.LoadSkin(ReadFile(FENTO_SOURCE_DIR "/assets/Puzzle.skn").value_or("")));
+    frmMain main;
+    main.OnLoad = {};
+    main.Load();
+    desktop.ApplySkin(main);
+    QMenu* menu = Window(main).MenuBar().actions().at(1)->menu();
+    menu->adjustSize();
+    QAction* item = menu->actions().at(3);
+    for (const int state : {0, 1, 2, 3}) {
+        menu->setActiveAction(state == 1 ? item : nullptr), item->setEnabled(state != 2), item->setChecked(state != 3);
+        const QImage row = menu->grab(menu->actionGeometry(item)).toImage();
+        int most = 0;
+        for (int i = 0; i < 18 * row.height(); ++i)
+            most =
+                std::max(most, std::abs(qGray(row.pixel(6 + i % 18, i / 18)) - qGray(row.pixel(row.width() - 3, 3))));
+        EXPECT_EQ(most > 60, item->isChecked()) << state;
     }
 }

@@ -21,8 +21,11 @@ const Kind Kinds[] = {{24, {}},
                       {32, {}},
                       {16, {}},
                       {16, {0x7C00, 0x3E0, 0x1F}},
+                      {32, {Blue, Green, Red}},
                       {24, {}, 124},
                       {32, {Red, Green, Blue, 0xFF000000}, 108},
+                      {24, {}, 64},
+                      {24, {}, 40, 777},
                       {16, {0xF800, 0x7E0, 0x1F}, 40, 33},
                       {24, {}, 40, 65536 - 54},
                       {24, {}, 40, 65537 - 54, false},
@@ -127,6 +130,27 @@ TEST_F(QtFixture, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {
         EXPECT_FALSE(ReadPicture(entry.path().string(), {10, 10})) << entry.path();
     EXPECT_FALSE(ReadPicture(folder / "missing.jpg", {1, 1}) || ReadPictureSize(folder / "short 6"));
     EXPECT_TRUE(ReadPicture(folder.Write("foto " + OddName + ".bmp", Bitmap(Kinds[0], 65535, 1602, 64)), {1000, 25}));
+}
+
+// The headers of photographs, up to the passes whose coefficients would have to be kept.
+TEST_F(Pictures, WhosePassesWouldFillTheMemoryAreRefused) {
+    const std::string all("\xFF\xDA\0\x0C\3\1\0\2\0\3\0\0\x3F\0", 14), one("\xFF\xDA\0\x08\1\1\0\0\x3F\0", 10);
+    const std::string tables =
+        std::string("\xFF\xC4\0\x13", 4) + std::string(17, '\0') + std::string("\xFF\xFF\xE0\0\4ab", 7);
+    const auto readable = [&](char kind, char sampling, int width, int height, const std::string& scan) {
+        return ReadPictureSize(folder.Write("p", "\xFF\xD8" + std::string{char(0xFF), kind} +
+                                                     std::string("\0\x11\x08", 3) + char(height >> 8) + char(height) +
+                                                     char(width >> 8) + char(width) + "\3\1" + sampling +
+                                                     std::string("\0\2\x11\0\3\x11\0", 7) + scan))
+            .has_value();
+    };
+    // 905 units of 8 pixels, in each 3 times 128 bytes; 640 of 16, 6 times; 3072 of 16 by 200 of 8, 4 times; the same.
+    for (const auto& [sampling, width, height] : std::initializer_list<std::tuple<char, int, int>>{
+             {0x11, 7239, 7239}, {0x22, 10239, 10239}, {0x21, 49151, 1599}, {0x12, 1599, 49151}})
+        for (const int more : {0, 1})
+            for (const char kind : {'\xC0', '\xC1', '\xC2'})
+                for (const std::string& scan : {all, one, tables + all})
+                    DO(readable(kind, sampling, width + more, height + more, scan));
 }
 
 TEST_F(Pictures, DecodedInAYieldAreThereOnceAndForThatSizeOnly) {

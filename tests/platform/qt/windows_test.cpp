@@ -322,6 +322,39 @@ TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
     drag(panel), drag(edged), drag(form);
 }
 
+TEST_F(Windows, TakeASingleFileUnlessADialogIsOpen) {
+    form.TakesFile = [](const std::string& path) { return path.ends_with(".pzl"); };
+    form.FileDropped = [this](const std::string& path) { transcript.Hear(testing::PrintToString(path)); };
+    const auto drop = [this](const char* list, Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction) {
+        QMimeData carried;
+        carried.setData("text/uri-list", list);
+        QDragEnterEvent enter({5, 5}, offered, &carried, L, {});
+        QDragMoveEvent move({6, 5}, offered, &carried, L, {});
+        QDropEvent end({5, 5}, offered, &carried, L, {});
+        std::string answers;
+        for (QDropEvent* event : std::initializer_list<QDropEvent*>{&enter, &move, &end}) {
+            QCoreApplication::sendEvent(&Window(form), event);
+            answers += event->isAccepted() ? std::to_string(int(event->dropAction())) : "-";
+        }
+        DoEvents();  // the handler runs when the other program has its answer
+        return answers;
+    };
+    Show();
+    DO(drop("#\r\nfile:///a%20b/%FF.pzl\r\n"));
+    DO(drop("file:/b.pzl", Qt::LinkAction));
+    DO(drop("file:/b.pzl", Qt::MoveAction));
+    for (const char* list : {"file:///a.png", "file:///a.pzl\r\nfile:///b.pzl", "http://x/a.pzl", "file://x", ""})
+        DO(drop(list));
+    Form modal("modal", "", ScaleMode::Twips, FormBorder::FixedDialog);
+    modal.Place(0, 0, 3000, 3000);
+    modal.OnActivate = [&] {
+        DO(drop("file:///a.pzl"));
+        modal.Unload();
+    };
+    modal.Show(Modality::Modal);
+    DO(drop("file://here/a.pzl"));
+}
+
 TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
     Show();
     const auto ask = [this](int style, int key) {
