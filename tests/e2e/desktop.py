@@ -198,7 +198,10 @@ class Screen:
 
     def windows(self, *properties):
         """The ids of the windows with such properties that show, open menus among them."""
-        return set(map(int, self.xdo("search", "--onlyvisible", "--maxdepth", 2, *properties).split()))
+        def found():  # fails where a window goes in the middle of the search
+            return [set(map(int, self.xdo("search", "--onlyvisible", "--maxdepth", 2, *properties).split()))]
+
+        return wait_for(found, "windows that stay where they are")[0]
 
     def has_window(self, title):
         return bool(self.windows("--name", "^" + re.escape(title) + "$"))
