@@ -150,17 +150,16 @@ void ThumbsCtl::FitThumb(int16_t MaxHeight, int16_t MaxWidth) {
 // The box in pixels of the display.
 Size ThumbsCtl::BoxPixels() { return {PixelsOf(BoxWidth, ScreenScale()), PixelsOf(BoxHeight, ScreenScale())}; }
 
-// Draws the last picture, stretched over the figure. Without one the figure stays blank.
+// Draws the last picture, stretched over the figure; what is thinner than a pixel is nothing. Without one the figure
+// stays blank.
 void ThumbsCtl::DrawThumb(int16_t W, int16_t H, int Index) {
     CellSheet::Figure& figure = picInterior.Change(Index).figure;
     figure.width = W;
     figure.height = H;
     const double scale = PixelsPerUnit(Index);
     const Size pixels{PixelsOf(W, scale), PixelsOf(H, scale)};
-    figure.image = Surface(pixels.width, pixels.height, ToPixel(ResolveColor(ButtonFaceColor)));
-    // A picture many times longer than high may be thinner than a pixel: nothing to draw.
-    if (!picOriginal || pixels.width == 0 || pixels.height == 0) return;
-    figure.image = Stretched(picOriginal->Image, pixels);
+    figure.image = picOriginal ? Stretched(picOriginal->Image, pixels)
+                               : Surface(pixels.width, pixels.height, ToPixel(ResolveColor(ButtonFaceColor)));
 }
 
 // "praia.jpg (245k) - 800 x 599". Nothing if the file is gone.

@@ -6,10 +6,8 @@
 
 namespace PuzzleModule {
 
-int SnapPitch() { return TileUnit > 0 ? CellSize / TileUnit : 11; }
-
 double OnLattice(double value) {
-    const int pitch = SnapPitch();
+    constexpr int pitch = 11;
     return CInt(value / pitch) * pitch;
 }
 

@@ -7,10 +7,7 @@
 
 namespace PuzzleModule {
 
-// The pitch on which drops land: CellSize \ TileUnit, 11 pixels at every size.
-int SnapPitch();
-
-// `value` on the lattice: round(value / p) x p, not narrowed.
+// `value` on the lattice of 11 pixels, CellSize / TileUnit at every size, on which drops land. Not narrowed.
 double OnLattice(double value);
 
 // Element of the first piece at Col 0, Row 0 with Rotation 0, or -1.

@@ -85,7 +85,7 @@ std::optional<frmMain::NewGame> frmMain::PlanGame(const std::string& path, const
 
 std::optional<frmMain::NewGame> frmMain::PlanNewGame(const std::string& path) {
     const std::optional<Size> natural = ::PictureSize(path), screen = ScreenSize();
-    if (!natural || !screen || CellSize <= 0) return std::nullopt;
+    if (!natural || !screen) return std::nullopt;
     return PlanGame(path, FitNewGame(*natural, CellSize, screen->width, screen->height));
 }
 

@@ -61,6 +61,7 @@ TEST(SavedGame, NamesItsPictureByTheReadingUnderWhichAFileExists) {
     for (const auto& [path, bytes, likelier] :
          {std::array{"/maçã €.jpg", "/ma\xE7\xE3 \x80.jpg", "/maçã €.jpg"},  // has a place in the code page
           std::array{"/日本.jpg", "/日本.jpg", "/日本.jpg"},                 // has none: the bytes it is
+          std::array{"/Ã§.jpg", "/ç.jpg", "/ç.jpg"},                          // bytes that are UTF-8 as well
           std::array{"/\xE7\xE3.jpg", "/\xE7\xE3.jpg", "/çã.jpg"}}) {        // a name that is no UTF-8
         game.PicturePath = existingFile = path;
         const std::string text = FormatSavedGame(game).value();

@@ -50,6 +50,7 @@ protected:
     }
     GameFixture::Spot AnySpot() {
         const PieceRec& piece = std::as_const(Pieces)[size_t(Any(int(Pieces.size())))];
+        if (Any(8) == 0) return {float(piece.X + TileSize * Any(2)), float(piece.Y + TileSize * Any(2))};
         if (Any(4)) return {float(piece.X + Any(TileSize + 2)), float(piece.Y + Any(TileSize + 2)) + 0.25f};
         constexpr float Far[] = {-32769, -32767.75f, 0, 32767.75f, 1e9f, -1e30f};
         if (Any(9) == 0) return {Far[Any(6)], Far[Any(6)]};
