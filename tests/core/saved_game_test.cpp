@@ -1,9 +1,8 @@
-// Saved games against a reader that goes word by word, and the grids that are taken from them.
+// What is read from saved games, and the grids that are taken from them.
 #include "core/saved_game.h"
 
 #include "platform/system/files.h"
 #include "tests/core/small_game.h"
-#include "tests/reference/literal_saved_game.h"
 #include "tests/support/transcript.h"
 
 namespace PuzzleModule {
@@ -14,18 +13,16 @@ std::string existingFile;
 bool TheFile(const std::string& path) { return path == existingFile; }
 
 // Cut short at every byte, every byte another (of the longest file at some), and every number at and over its limits:
-// both readers make the same of it and of the file that is written of it again; which are games stands in the golden
-// text, by the sum of their pictures' places.
-TEST(SavedGame, IsReadAsWordByWordHoweverItIsSpoilt) {
+// how many are refused or no games, where the pictures of the others lie, and what is written of them again.
+TEST(SavedGame, IsReadWrittenAndFittedAsItAlwaysWasHoweverItIsSpoilt) {
     Transcript transcript;
     int refused = 0, noGames = 0, games = 0, places = 0;
+    uint32_t written = 0;
     const auto take = [&](const std::string& bytes) {
-        const auto mine = ParseSavedGame(bytes, NoFile);
-        const auto literally = literal::Read(bytes);
-        ASSERT_EQ(mine.has_value(), literally.has_value()) << bytes;
-        if (!mine) return void(++refused);
-        ASSERT_EQ(FormatSavedGame(*mine), literal::Text(*literally)) << bytes;
-        const auto fit = FitOfPieces(*mine, {1920, 1080});
+        const auto game = ParseSavedGame(bytes, NoFile);
+        if (!game) return void(++refused);
+        for (const char byte : FormatSavedGame(*game).value_or("none")) written = written * 31 + uint8_t(byte);
+        const auto fit = FitOfPieces(*game, {1920, 1080});
         const Rect picture = fit ? fit->PictureRect() : Rect{};
         places += picture.x + 3 * picture.y + 5 * picture.width + 7 * picture.height;
         ++(fit ? games : noGames);
@@ -40,7 +37,7 @@ TEST(SavedGame, IsReadAsWordByWordHoweverItIsSpoilt) {
             };
             with(good.size(), "");
             for (const char c : std::string("\0\t\n\r -+.09x\x7F\x80\xE7\xFF", 15)) with(1, {c}), with(0, {c});
-            transcript.Write(testing::PrintToString(std::tuple(refused, noGames, games, places)));
+            transcript.Write(testing::PrintToString(std::tuple(refused, noGames, games, places, written)));
             const size_t behind = std::isdigit(good[at - 1]) ? at : good.find_first_not_of("0123456789", at);
             if (behind == at || at > 200) continue;
             std::istringstream limits(
@@ -51,7 +48,6 @@ TEST(SavedGame, IsReadAsWordByWordHoweverItIsSpoilt) {
             // into.
             for (int length = 20; length < 400 && at < 80; ++length) with(behind - at, std::to_string(length));
         }
-        ASSERT_FALSE(HasFatalFailure());
     }
 }
 
@@ -61,7 +57,7 @@ TEST(SavedGame, NamesItsPictureByTheReadingUnderWhichAFileExists) {
     for (const auto& [path, bytes, likelier] :
          {std::array{"/maçã €.jpg", "/ma\xE7\xE3 \x80.jpg", "/maçã €.jpg"},  // has a place in the code page
           std::array{"/日本.jpg", "/日本.jpg", "/日本.jpg"},                 // has none: the bytes it is
-          std::array{"/Ã§.jpg", "/ç.jpg", "/ç.jpg"},                          // bytes that are UTF-8 as well
+          std::array{"/Ã§.jpg", "/ç.jpg", "/ç.jpg"},                         // bytes that are UTF-8 as well
           std::array{"/\xE7\xE3.jpg", "/\xE7\xE3.jpg", "/çã.jpg"}}) {        // a name that is no UTF-8
         game.PicturePath = existingFile = path;
         const std::string text = FormatSavedGame(game).value();

@@ -17,19 +17,6 @@ namespace PuzzleModule {
 inline LevelSizes SizesOfUnit(int unit) { return {int16_t(20 * unit), int16_t(11 * unit), int16_t(unit), 1}; }
 inline constexpr int AllUnits[] = {3, 4, 5, 6, 8};
 
-// The first pixel in which two surfaces differ, in words; empty if they are the same.
-inline std::string FirstDifference(const Surface& actual, const Surface& expected) {
-    const Rect pixels = actual.PixelBounds();
-    const int count = pixels.width * pixels.height;
-    if (pixels != expected.PixelBounds()) return "sizes differ";
-    if (actual.Row(0) && expected.Row(0) && std::equal(actual.Row(0), actual.Row(0) + count, expected.Row(0)))
-        return "";
-    for (int i = 0, x = 0, y = 0; i < count; ++i, x = i % pixels.width, y = i / pixels.width)
-        if (const Pixel is = actual.At(x, y), should = expected.At(x, y); is != should)
-            return testing::PrintToString(std::array<int64_t, 4>{x, y, is, should});
-    return "";
-}
-
 struct SmallGame {
     GameSurfaces surfaces;
 

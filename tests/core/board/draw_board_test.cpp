@@ -7,6 +7,7 @@
 #include "core/board/carried_group.h"
 #include "tests/core/small_game.h"
 #include "tests/reference/literal_board.h"
+#include "tests/support/window_dump.h"
 
 namespace PuzzleModule {
 namespace {
@@ -117,8 +118,8 @@ TEST(DrawBoard, IsTheLiteralSequenceAfterAnyChange) {
             for (int changes = 1 + play.Below(2); changes > 0; --changes) story += ", " + play.Change();
             reference::DrawBoard(play.expected, play.background);
             DrawBoard(play.board, play.background);
-            ASSERT_EQ(FirstDifference(play.board, play.expected), "") << story;
-            ASSERT_EQ(FirstDifference(play.shown, play.expected), "") << "not handed on: " << story;
+            ASSERT_EQ(PixelsOf(play.board), PixelsOf(play.expected)) << story;
+            ASSERT_EQ(PixelsOf(play.shown), PixelsOf(play.expected)) << "not handed on: " << story;
         }
     }
 }

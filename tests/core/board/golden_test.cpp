@@ -1,10 +1,8 @@
-// Boards of every size, compared pixel for pixel with pictures in tests/golden. The board as it is now is left in
-// the build folder. FENTO_ACCEPT_GOLDEN=1 takes new pictures over; look at them before they are committed.
-#include <cstdlib>
-
+// Boards of every size, compared pixel for pixel with pictures in tests/golden. Look at new ones before they are
+// committed.
+#include "tests/support/golden.h"
 #include "core/board/draw_board.h"
 #include "platform/drawing/bmp.h"
-#include "platform/system/files.h"
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {
@@ -47,15 +45,7 @@ TEST_P(GoldenBoard, LooksAsItAlwaysDid) {
     }
     Surface board(golden.width, golden.height);
     DrawBoard(board, Surface(golden.width, golden.height, ToPixel(Rgb(70, 110, 150))));
-
-    const std::string path = std::string(FENTO_SOURCE_DIR "/tests/golden/") + golden.name + ".bmp";
-    EXPECT_TRUE(!std::getenv("FENTO_ACCEPT_GOLDEN") || WriteFileAtomically(path, EncodeBmp(board)));
-    const std::string bytes = ReadFile(path).value_or("");
-    const auto expected = DecodeBmp(std::as_bytes(std::span(bytes)));
-    ASSERT_TRUE(expected) << "no picture at " << path;
-    const std::string actual = std::string(FENTO_BUILD_DIR "/") + golden.name + "_actual.bmp";
-    EXPECT_TRUE(WriteFileAtomically(actual, EncodeBmp(board)));
-    EXPECT_EQ(FirstDifference(board, *expected), "") << "first wrong pixel, is and should be; see " << actual;
+    ExpectGolden(golden.name + std::string(".bmp"), EncodeBmp(board));
 }
 
 }  // namespace
