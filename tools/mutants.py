@@ -43,7 +43,7 @@ import sys
 import time
 from collections import defaultdict
 
-PROGRAMS = ("play_tests,screens_tests,browser_tests,shell_tests,board_tests,core_tests,qt_tests,qt_game_tests,"
+PROGRAMS = ("play_tests,browser_tests,shell_tests,board_tests,core_tests,qt_tests,qt_game_tests,"
             "controls_tests,drawing_tests,system_tests,soak")
 GAME, SCRIPTS = "fento-lira-master", "tests/e2e"
 PATIENCE = "15"  # seconds for which a script waits in vain

@@ -109,3 +109,21 @@ TEST_F(Recorded, Winning) {
     DO(play.Menu("mnuShuffle"));
     DO(ElapsedSeconds = 2147483646, desktop.Advance(2));
 }
+
+// The narrower a screen, the larger is its board in proportion. A game starts on each, all its pieces lie on the board,
+// and it is won.
+TEST(Screens, GiveTheirBoardsAndGames) {
+    Transcript transcript;
+    for (const int width : {800, 1023, 1024, 1279, 1280, 1920, 3840})
+        for (const Size photograph : {Size{6000, 4000}, {3000, 4000}}) {
+            GameFixture play({width, width * 5 / 8});
+            const Surface& board = play.main.picScreen.Image;
+            ASSERT_TRUE(play.Start(play.AddPicture("photo.bmp", photograph), 3));
+            transcript.Write(testing::PrintToString(std::tuple(width, board.Bounds(), Pieces.size())));
+            for (const PieceRec& piece : std::as_const(Pieces)) {
+                const GameFixture::Spot middle = play.Middle(piece.Row, piece.Col);
+                EXPECT_TRUE(board.Bounds().Contains(int(middle.x), int(middle.y)));
+            }
+            EXPECT_TRUE(play.Win());
+        }
+}
