@@ -1,4 +1,4 @@
-// Pieces pixel by pixel: cut, turned and hit. How the strip's outlines look is seen in the golden boards.
+// Pieces pixel by pixel: cut and turned. How the strip's outlines look is seen in the golden boards.
 #include "tests/core/small_game.h"
 
 namespace PuzzleModule {
@@ -38,20 +38,6 @@ TEST(Pieces, ShowThePictureInTheirOutlineWhicheverWayTheyAreTurned) {
             }
         }
     }
-}
-
-// One column and row beyond the tile read on in the strip; beyond the strip a point lies on the piece.
-TEST(Pieces, AreHitWhereTheStripIsWhite) {
-    SmallGame game(3, 5, 2, 2);
-    const Surface& strip = game.surfaces.picMasks[1];
-    for (int16_t tile = 0; tile < TileCount; ++tile)
-        for (int i = 0; i < (TileSize + 1) * (TileSize + 1); ++i) {
-            const int x = i % (TileSize + 1), y = i / (TileSize + 1), at = tile * TileSize + x;
-            const bool hit = !strip.Bounds().Contains(at, y) || strip.At(at, y) == WhitePixel;
-            Pieces[0].X = 100, Pieces[0].Y = -30, Pieces[0].MaskIndex = tile;
-            ASSERT_EQ(HitTest(0, int16_t(100 + x), int16_t(y - 30)), hit) << tile << " at " << x << ", " << y;
-        }
-    EXPECT_TRUE(!HitTest(-1, 0, 0) && !HitTest(4, 0, 0) && TurnedTile(-1) == -1 && TurnedTile(19) == 19);
 }
 
 }  // namespace
