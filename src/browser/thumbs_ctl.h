@@ -86,7 +86,7 @@ private:
     // Cells that are missing are built, the sheet and the bar follow. Yields after each cell.
     void BuildThumbs();
     void BuildCell(int k, int cols);
-    bool LoadOriginal(int k);
+    void LoadOriginal(int k);
     void FitThumb(int16_t MaxHeight, int16_t MaxWidth);
     void DrawThumb(int16_t W, int16_t H, int Index);
     void PlaceCell(int k, int cols);

@@ -67,8 +67,7 @@ void ThumbsCtl::ScanPath(std::string& Path) {
     waitLabel_.SetVisible(false);
 }
 
-// Walks on from the first missing cell; the cells before it are neither drawn again nor
-// moved. `k` counts through rows of `cols`, so a row starts at i = (k - 1) \ cols x cols.
+// Walks on from the first missing cell; the cells before it are neither drawn again nor moved.
 //
 // The yield at the end of each cell can change everything: the list may be emptied and
 // filled anew, its cells then are in place or `k` lies beyond them.
@@ -78,8 +77,7 @@ void ThumbsCtl::BuildThumbs() {
     const int cols = ColumnsNow();
     if (cols < 1) return;
 
-    const int lastRowStart = LastItem() / cols * cols;
-    for (int k = picInterior.UpperBound() + 1; (k - 1) / cols * cols <= lastRowStart && k <= LastItem(); ++k) {
+    for (int k = picInterior.UpperBound() + 1; k <= LastItem(); ++k) {
         if (picInterior.UpperBound() >= k) continue;
         BuildCell(k, cols);
         DoEvents();
@@ -107,12 +105,9 @@ void ThumbsCtl::BuildCell(int k, int cols) {
         SetToolTips(k, *text);
 }
 
-// False if the file does not decode: the picture before it then stands for it too.
-bool ThumbsCtl::LoadOriginal(int k) {
-    std::optional<Picture> picture = LoadPicture(*Files[size_t(k)], BoxPixels());
-    if (!picture) return false;
-    picOriginal = std::move(picture);
-    return true;
+// For a file that does not decode stands the picture before it.
+void ThumbsCtl::LoadOriginal(int k) {
+    if (auto picture = LoadPicture(*Files[size_t(k)], BoxPixels())) picOriginal = std::move(picture);
 }
 
 std::string ThumbsCtl::SizeText() const {

@@ -73,7 +73,7 @@ void TurnSome(Surface& Scratch) {
 }  // namespace
 
 void ScatterPieces(const ScatterView& Board, Surface& Scratch) {
-    if (Pieces.empty() || TileUnit <= 0 || CellSize < TileUnit) return;
+    if (Pieces.empty()) return;
     LatticePoint point;
     std::vector<bool> used(Pieces.size());
     for (int i = 0; i <= UpperBound(); ++i) {

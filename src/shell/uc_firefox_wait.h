@@ -65,5 +65,5 @@ private:
     Color defaultBackColor_ = 0;
     Color backColor_ = 0;
     bool isPlaying_ = false;
-    int32_t animationSpeed_ = 100;
+    int32_t animationSpeed_ = 0;
 };
