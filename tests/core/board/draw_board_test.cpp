@@ -4,7 +4,6 @@
 
 #include <functional>
 
-#include "core/board/carried_group.h"
 #include "tests/core/small_game.h"
 #include "tests/reference/literal_board.h"
 #include "tests/support/window_dump.h"
@@ -146,23 +145,6 @@ TEST(DrawBoard, HandsOnLittleMoreThanWhatChanged) {
         change();
         DrawBoard(play.board, play.background);
         EXPECT_LE(play.handed, pixels);
-    }
-}
-
-// Or it would be drawn afresh at every step.
-TEST(CarriedGroup, HidesNearlyAllOfItsPictureAndNothingBeside) {
-    for (const int unit : AllUnits) {
-        SmallGame game(unit, 5, 4, 4);
-        TileSpans spans;
-        CarriedGroup group;
-        const std::vector<int> all{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
-        spans.Update(game.surfaces.picMasks[1], TileSize);
-        group.Take(all, Pieces, 16, spans);
-        const Rect hidden = group.Hidden().at(0);
-        EXPECT_TRUE(hidden.x >= Margin() && hidden.y >= Margin() &&
-                    hidden.Right() <= Margin() + 4 * CellSize + unit % 2);
-        EXPECT_TRUE(hidden.width > 4 * CellSize - 8 && hidden.height > 4 * CellSize - 8 && group.IsCompact()) << unit;
-        EXPECT_TRUE(group.Is(all) && group.Lowest() == 15 && group.Contains(15) && !group.Contains(16));
     }
 }
 
