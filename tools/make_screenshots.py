@@ -68,9 +68,16 @@ def main():
             screen.click(*game.thumbnail(dialog, wanted + 1), times=2)
             screen.gone("Busca Imagens")
             saved = game.save("inicio")
+            show_miniature(game)  # or it would be dragged where it lies over a piece
             solve(game, saved, left=len(saved.pieces) * 3 // 4)
+            show_miniature(game)
             take(screen, f"game-{width}x{height}.jpg")
             game.end()
+
+
+def show_miniature(game):
+    """Shows it or takes it away, by the menu."""
+    game.menu(1, "Up", "Up", "Return")
 
 
 def listed(folder):
