@@ -30,33 +30,16 @@ constexpr int MostPixelsLost = 3;
 
 int SortKey(const PieceRec& piece) { return piece.Row * 100 + piece.Col; }
 
-// Exchanges whole records until every key is at most those after it. The order of exchanges decides
-// how records with equal keys end up, so it is not any sort that would do.
-void ExchangeByCell(std::vector<PieceRec>& pieces) {
+// Sorted by exchanging records until every key is at most those after it. The order of exchanges decides how records
+// with equal keys end up; a grid of at most 100 columns has none, and any sort will do.
+std::vector<PieceRec> SortedByCell(std::vector<PieceRec> pieces) {
+    std::vector<PieceRec> sorted = pieces;
+    std::ranges::sort(sorted, {}, SortKey);
+    if (std::ranges::adjacent_find(sorted, {}, SortKey) == sorted.end()) return sorted;
     for (size_t i = 0; i < pieces.size(); ++i)
         for (size_t j = i + 1; j < pieces.size(); ++j)
             if (SortKey(pieces[i]) > SortKey(pieces[j])) std::swap(pieces[i], pieces[j]);
-}
-
-// The same, one look at each piece, as long as no two keys are equal: only a grid of more than 100 columns has such.
-std::vector<PieceRec> SortedByCell(std::vector<PieceRec> pieces) {
-    constexpr int absent = -1;
-    std::vector<int> elementOfKey;
-    for (size_t i = 0; i < pieces.size(); ++i) {
-        const int key = SortKey(pieces[i]);
-        const bool sparse = key >= 0 && size_t(key) >= 200 * (pieces.size() + 1);
-        if (!sparse && key >= int(elementOfKey.size())) elementOfKey.resize(size_t(key) + 1, absent);
-        if (key < 0 || sparse || elementOfKey[size_t(key)] != absent) {
-            ExchangeByCell(pieces);
-            return pieces;
-        }
-        elementOfKey[size_t(key)] = int(i);
-    }
-    std::vector<PieceRec> sorted;
-    sorted.reserve(pieces.size());
-    for (const int element : elementOfKey)
-        if (element != absent) sorted.push_back(pieces[size_t(element)]);
-    return sorted;
+    return pieces;
 }
 
 void AppendNumber(std::string& text, int64_t number) {
