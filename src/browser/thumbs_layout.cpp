@@ -75,7 +75,7 @@ void ThumbsCtl::SizeSheet(int cols) {
 }
 
 void ThumbsCtl::SetBarRange(ScrollBar& Bar, int32_t& MaxValue, int16_t SmallStep, int32_t LargeStep) {
-    if (MaxValue < 0) MaxValue = 0;
+    MaxValue = std::max(MaxValue, int32_t{0});
     if (MaxValue < LongestRange) Bar.SetMax(MaxValue);
     Bar.SetSmallChange(SmallStep);
     Bar.SetLargeChange(LargeStep);
