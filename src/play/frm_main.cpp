@@ -42,9 +42,7 @@ frmMain::frmMain() : Form("frmMain", "Fento-Lira Master", ScaleMode::Pixels, For
     SetState(WindowState::Maximized);
 }
 
-frmMain::~frmMain() {
-    if (PuzzleModule::Surfaces == &Surfaces) PuzzleModule::Surfaces = nullptr;
-}
+frmMain::~frmMain() { PuzzleModule::Surfaces = nullptr; }
 
 void frmMain::PlaceControls() {
     // Where the window goes when it is no longer maximised: well inside the screen, its title within reach.

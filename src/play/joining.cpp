@@ -46,27 +46,12 @@ private:
     std::vector<int> element_;
 };
 
-bool OnBorder(const PieceRec& piece, Direction direction) {
-    switch (direction) {
-        case Left:
-            return piece.Col < 1;
-        case Right:
-            return piece.Col >= GridCols - 1;
-        case Up:
-            return piece.Row < 1;
-        case Down:
-            return piece.Row >= GridRows - 1;
-    }
-    return true;
-}
-
 // The unmarked element joined to element `index` on that side, or -1.
 int JoinedNeighbour(const ElementOfPiece& elements, int index, Direction direction) {
     const PieceRec& piece = Pieces[size_t(index)];
-    if (OnBorder(piece, direction)) return -1;
     const Walker& walker = Walkers[direction];
     const int j = elements[piece.PieceId + walker.colStep + walker.rowStep * GridCols];
-    if (j < 0 || j == index) return -1;
+    if (j < 0) return -1;
     const PieceRec& other = Pieces[size_t(j)];
     const bool joined = !other.InGroup && other.Rotation == 0 && other.Col == piece.Col + walker.colStep &&
                         other.Row == piece.Row + walker.rowStep && other.X == piece.X + walker.colStep * CellSize &&
