@@ -10,7 +10,6 @@
 #include "shell/frm_splash.h"
 #include "shell/settings.h"
 #include "shell/shaped_windows.h"
-#include "shell/sound.h"
 #include "shell/text_helpers.h"
 #include "shell/uc_firefox_wait.h"
 #include "shell/version.h"
@@ -212,15 +211,6 @@ TEST_F(Shell, TextsAreSearchedFromTheirStartAndFieldsClosed) {
                              testing::PrintToString(Split(text, find)));
         }
     for (const char* find : {"a", "é", "b"}) DO(InStrRev("éa" + std::string(40000, 'a') + "b", find));
-}
-
-TEST_F(Shell, SoundsAreThoseOfTheProgramAndOnlyWhenSwitchedOn) {
-    using namespace PuzzleModule;
-    MenuItem sounds("mnuSounds", "");
-    LoadWaves();
-    for (const auto& wave : {WaveClick, WaveGiro, WaveComplete, WaveRotate})
-        for (const bool on : {false, true})
-            DO(sounds.SetChecked(on), PlayWave(sounds, wave), std::pair(desktop.sounds.size(), wave.size()));
 }
 
 TEST_F(Shell, TheProgramsFolderFollowsUpgradesAndLeavesThePlayersFiles) {
