@@ -4,12 +4,12 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
 
-need BUILD TEST
+need BUILD TEST TRACE
 say "Building..."
-build_preset dev kill_check || exit 1
+build_preset dev saver || exit 1
 # On a real disk, and all that killed programs leave behind is under one roof.
 place=build/check/kill
 rm -rf "$place" && mkdir -p "$place/tmp" || exit 1
 trap 'rm -rf "$place"' EXIT
 chmod 755 "$place"
-TMPDIR=$PWD/$place/tmp build/dev/tests/rough/kill_check "$place/save" "${1:-1000}" ${2:+"$2"}
+TMPDIR=$PWD/$place/tmp python3 tests/long/kill.py build/dev/tests/rough/saver "$place/save" "$@"
