@@ -98,7 +98,7 @@ class Driven(Game):
 
     def find_piece(self):
         """A point in the middle of the screen's upper part at which a piece lies."""
-        pixel = self.screen.pixels()
+        pixel = self.screen.pixel
         width, height = self.screen.width, self.screen.height
         for y in range(self.origin[1] + 60, height - 60, 7):
             for x in range(width // 4, 3 * width // 4, 7):

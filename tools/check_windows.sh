@@ -41,11 +41,15 @@ sed -n 's/^/        /p' "$out/log/package.log"
 rm -rf "$out/played" && mkdir -p "$out/played" && unzip -q -d "$out/played" "$out"/fento-lira-master-*-windows.zip || exit 1
 build_preset dev fento-lira-master || exit 1
 program="$out/played/Fento-Lira Master/fento-lira-master.exe"
-for script in whole_game both_systems; do
-    export WINEPREFIX=$out/wine/$script
-    mkdir -p "$out/shots/$script"
-    step "real window: $script" python3 "tests/e2e/$script.py" "$program" "$out/shots/$script"
+here=$PWD/build/dev/fento-lira-master
+# Each half of a game is played by the program of one system: what it saves is taken up by that of the other.
+play_both() {
+    export WINEPREFIX=$out/wine/$1
+    mkdir -p "$out/shots/$1"
+    step "real window: $1" python3 tests/e2e/whole_game.py "$2" "$out/shots/$1" "$3"
     end_wine
-done
+}
+play_both from_windows "$program" "$here"
+play_both to_windows "$here" "$program"
 [ $bad = 0 ] && say "The program for Windows: $(ls "$out"/fento-lira-master-*-windows.zip)"
 exit $bad

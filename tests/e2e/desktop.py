@@ -7,6 +7,7 @@ before.
 """
 
 import glob
+import mmap
 import os
 import re
 import shutil
@@ -15,6 +16,10 @@ import subprocess
 import sys
 import tempfile
 import time
+
+sys.path.append("/usr/lib/python3/dist-packages")  # Debian's, whichever Python runs this
+from Xlib import X, display  # noqa: E402
+from Xlib.ext import xtest  # noqa: E402
 
 # Seconds for whatever is waited for; on a quiet machine nothing needs a tenth of it.
 LONGEST = float(os.environ.get("FENTO_PATIENCE", 60))
@@ -70,6 +75,33 @@ def script(main):
         sys.exit(f"{name}: {failure}")
 
 
+class Mouse:
+    """Does not wait for the effect, and tells the moment at which it began: to the server it takes microseconds."""
+
+    def __init__(self, name):
+        self.server = display.Display(name)
+
+    def _do(self, kind, button=0, x=0, y=0):
+        moment = time.monotonic()
+        xtest.fake_input(self.server, kind, button, x=round(x), y=round(y))
+        self.server.sync()
+        return moment
+
+    def move(self, x, y):
+        return self._do(X.MotionNotify, 0, x, y)
+
+    def press(self, button=1):
+        return self._do(X.ButtonPress, button)
+
+    def release(self, button=1):
+        return self._do(X.ButtonRelease, button)
+
+    def click(self, button=1):
+        moment = self.press(button)
+        self.release(button)
+        return moment
+
+
 class Screen:
     """An Xvfb of a given size with a window manager."""
 
@@ -97,6 +129,9 @@ class Screen:
         self.env.update(DISPLAY=":" + number, HOME=self.home, XDG_RUNTIME_DIR=self.home, LC_ALL="C.UTF-8",
                         PULSE_CLIENTCONFIG=self.home + "/pulse.conf",
                         XCURSOR_PATH=self.home)  # an hourglass that turns would keep the server awake
+        self.mouse = Mouse(":" + number)
+        with open(self.home + "/Xvfb_screen0", "rb") as file:  # the server paints there; its pixels come last
+            self._frame = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         self._start(["openbox"], env=self.env)
         wait_for(lambda: "_NET_SUPPORTING_WM_CHECK" in run("xprop", "-root", env=self.env), "the window manager")
 
@@ -226,17 +261,15 @@ class Screen:
 
     def bytes(self):
         """The whole screen, three bytes a pixel."""
-        with open(self.home + "/Xvfb_screen0", "rb") as file:  # the server paints there; its pixels come last
-            file.seek(-4 * self.width * self.height, os.SEEK_END)
-            shown = file.read()
+        shown = self._frame[-4 * self.width * self.height:]
         rgb = bytearray(3 * self.width * self.height)
         rgb[0::3], rgb[1::3], rgb[2::3] = shown[2::4], shown[1::4], shown[0::4]
         return bytes(rgb)
 
-    def pixels(self):
-        """The whole screen as rows of (r, g, b) by index: a function of x and y."""
-        data, width = self.bytes(), self.width
-        return lambda x, y: tuple(data[3 * (y * width + x):3 * (y * width + x) + 3])
+    def pixel(self, x, y):
+        """Red, green, blue."""
+        at = len(self._frame) + 4 * ((y - self.height) * self.width + x)
+        return tuple(self._frame[at + part] for part in (2, 1, 0))
 
     def screenshot(self, path, check=True):
         os.makedirs(os.path.dirname(path), exist_ok=True)

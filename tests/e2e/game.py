@@ -23,8 +23,13 @@ class Game:
         self.primary = primary or (screen.width, screen.height)
         self.env = dict(screen.env, **({"QT_SCALE_FACTOR": str(scale)} if scale != 1 else {}))
         self.folder = tempfile.mkdtemp(prefix="fento game ação ", dir=screen.home)
+        self.install(program)
+
+    def install(self, program):
+        """Puts a program into the folder; the next start is its."""
         self.command = [shutil.copy2(program, self.folder)]
         self.for_windows = program.endswith(".exe")
+        desktop.STILL = 0.04
         if self.for_windows:  # it has its libraries beside it; wine looks about every few milliseconds
             desktop.STILL = 0.006
             shutil.copytree(os.path.dirname(program), self.folder, dirs_exist_ok=True,
@@ -63,9 +68,9 @@ class Game:
         """Where the board's visible part begins on the screen: below the menu bar."""
         def corner():
             x, y, width, _ = self.screen.place(self.window)
-            pixel, left = self.screen.pixels(), x + width // 4
+            left = x + width // 4
             return next(((x, row) for row in range(y, y + round(120 * self.scale))
-                         if all(pixel(column, row) == self.BOARD for column in range(left, left + 40))), None)
+                         if all(self.screen.pixel(column, row) == self.BOARD for column in range(left, left + 40))), None)
 
         self.origin = wait_for(corner, f"a board of the colour {self.BOARD} below the menu bar")
 
