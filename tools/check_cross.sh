@@ -5,7 +5,7 @@ set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
 
-need BUILD RUN TEST SOUND
+need BUILD RUN TEST
 say "Building..."
 build_preset dev soak fento-lira-master || exit 1
 build/dev/tests/rough/soak cross || exit 1

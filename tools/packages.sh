@@ -10,7 +10,7 @@ RUN_PACKAGES="qt6-translations-l10n fonts-dejavu-core"
 # For a machine without a display: an X server that is served over VNC.
 VNC_PACKAGES="tigervnc-standalone-server tigervnc-tools openbox xauth"
 TEST_PACKAGES="ccache libgtest-dev libgmock-dev git python3-minimal libpython3-stdlib xvfb xauth openbox xdotool imagemagick
-    x11-utils x11-xserver-utils python3-xlib procps fonts-dejavu-core qt6-translations-l10n desktop-file-utils appstream dpkg-dev file librsvg2-common"
+    x11-utils x11-xserver-utils python3-xlib procps iproute2 fonts-dejavu-core qt6-translations-l10n desktop-file-utils appstream dpkg-dev file librsvg2-common"
 BENCH_PACKAGES="libbenchmark-dev"
 PACKAGE_CHECK_PACKAGES="lintian"
 FUZZ_PACKAGES="clang libclang-rt-dev"

@@ -10,34 +10,33 @@ FIRST_WITHIN = 0.5  # seconds from the dialog's appearing
 BYTES_PER_THUMBNAIL = 109 * 100 * 4 + 4000  # the largest one, its path, tooltip and cell
 
 
+def begin_scan(game, number):
+    """The dialog with so many thumbnails; the seconds that took."""
+    dialog, shown = open_dialog(game), time.monotonic()
+    corner = frame_corner(game, dialog, number)
+    wait_for(lambda: game.screen.pixel(*corner) == GREY, "a thumbnail")
+    return dialog, time.monotonic() - shown
+
+
 def main(program, shots, photographs, count=2000):
-    count = int(count)
-    originals = sorted(os.path.join(photographs, name) for name in os.listdir(photographs))
-    with Screen(1366, 768) as screen, Pointer(screen.env["DISPLAY"]) as pointer:
+    count, originals = int(count), sorted(os.listdir(photographs))
+    with Screen(1366, 768) as screen:
         game = Game(screen, program)
         os.makedirs(game.folder + "/Imagens")
         for number in range(count):
-            os.symlink(os.path.abspath(originals[number % len(originals)]), f"{game.folder}/Imagens/foto {number:05}.jpg")
+            original = os.path.abspath(f"{photographs}/{originals[number % len(originals)]}")
+            os.symlink(original, f"{game.folder}/Imagens/foto {number:05}.jpg")
         game.start()
         before = memory(game)
-        dialog = open_dialog(game)
-        shown = time.monotonic()
-        corner = frame_corner(game, dialog, 1)
-        wait_for(lambda: pointer.pixel(*corner) == GREY, "the first thumbnail")
-        first = time.monotonic() - shown
-        answers = probe(game, pointer, dialog, 1.0 * count)
+        dialog, first = begin_scan(game, 1)
+        answers = probe(game, dialog, 1.0 * count)
         after = memory(game)
         screen.screenshot(f"{shots}/folder.png")
-        screen.key("alt+F4")
-        screen.gone("Busca Imagens")
+        close_dialog(game)
         left = memory(game)
-        # Closing in mid-scan: the dialog goes at once and nothing goes on behind it.
-        corner = frame_corner(game, open_dialog(game), 2)
-        wait_for(lambda: pointer.pixel(*corner) == GREY, "the second thumbnail")
-        screen.xdo("key", "alt+F4")
+        begin_scan(game, 2)
         since = time.monotonic()
-        screen.gone("Busca Imagens")
-        screen.settle()
+        close_dialog(game)  # in mid-scan: nothing goes on behind it
         closed = time.monotonic() - since
         game.end()
     bound = count * BYTES_PER_THUMBNAIL / 2**20 + 16

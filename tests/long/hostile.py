@@ -1,8 +1,8 @@
 """Odd files in odd folders under the real program.
 
-Each odd picture is chosen: a game comes of it, a box, or nothing, and then the game on the board is as it was. Then a
-folder with all that is huge, one of odd names and things that are no files, one of 50,000 files that change, and a
-player without rights. Nothing may take much memory or keep the player waiting.
+Folders fill the dialog while somebody clicks: one for each odd picture, which is then chosen, one of odd names and things
+that are no files, one of 50,000 files that change. Then a player without rights. Nothing may take much memory or keep the
+player waiting, and nothing of the program can be reached from outside.
 
 usage: hostile.py PROGRAM SCREENSHOT_FOLDER
 """
@@ -10,16 +10,25 @@ usage: hostile.py PROGRAM SCREENSHOT_FOLDER
 import shutil
 import threading
 
-from odd_files import bmp, flat_jpeg, gif
+from odd_files import claim, flat_jpeg
 from rough import *  # noqa: F403
 
 MOST_MEMORY = 400  # MiB, at any moment
-LONGEST = 25  # seconds for one file
+LONGEST = 25  # seconds from the choice of a picture to what comes of it
 
-
-def clear(folder):
-    shutil.rmtree(folder, ignore_errors=True)
-    os.makedirs(folder)
+# How it is made, and what comes of it when it is chosen.
+PICTURES = {
+    "text as a picture": (lambda path: shutil.copy(__file__, path), "silence"),
+    "1 x 1": (lambda path: run("convert", "-size", "1x1", "xc:red", "gif:" + path), "box"),
+    "30000 x 30000": (lambda path: flat_jpeg(path, 30000, 30000), "game"),
+    "30000 x 30000 in passes": (lambda path: flat_jpeg(path, 30000, 30000, True), "silence"),
+    "100 megapixels in passes": (lambda path: flat_jpeg(path, 11648, 8736, True), "game"),
+    "100 megapixels in 20,000 passes": (lambda path: flat_jpeg(path, 11648, 8736, True, 20000), "any"),
+    "a bitmap of 100 megapixels": (lambda path: claim(path, "bmp3", 11648, 8736, whole=True), "game"),
+    "a bitmap's header, 2147483647 x 1": (lambda path: claim(path, "bmp3", 2147483647, 1), "silence"),
+    "a GIF's header, 65535 x 65535": (lambda path: claim(path, "gif", 65535, 65535), "silence"),
+    "a GIF of 31 megapixels": (
+        lambda path: run("convert", "-size", "5600x5600", "xc:red", "-dispose", "Previous", "gif:" + path), "game")}
 
 
 def boxes(game):
@@ -32,91 +41,71 @@ def boxes(game):
     return count
 
 
-def bounded(game, what):
-    peak = memory(game, "VmHWM")
-    check(peak < MOST_MEMORY, f"{what}: {peak:.0f} MiB")
-    return peak
-
-
-def pictures(good):
-    """Name, how it is made, and what comes of it: "", "box", "game", or "any"."""
-    return [
-        ("text as a picture", lambda f: shutil.copy(__file__, f + "/a.jpg"), ""),
-        ("1 x 1", lambda f: run("convert", "-size", "1x1", "xc:red", f + "/a.gif"), "box"),
-        ("30000 x 30000 photograph", lambda f: flat_jpeg(f + "/a.jpg", 30000, 30000), "game"),
-        ("30000 x 30000 progressive", lambda f: flat_jpeg(f + "/a.jpg", 30000, 30000, True), ""),
-        ("65500 x 16 photograph", lambda f: flat_jpeg(f + "/a.jpg", 65500, 16), "any"),
-        ("20,000 passes of 100 megapixels", lambda f: flat_jpeg(f + "/a.jpg", 11648, 8736, True, 20000), "any"),
-        ("a bitmap's header, 2147483647 x 1", lambda f: bmp(f + "/a.bmp", 2147483647, 1), ""),
-        ("a GIF's header, 65535 x 65535", lambda f: gif(f + "/a.gif", 65535, 65535), ""),
-        ("a GIF of 31 megapixels", lambda f: shutil.copy(good + ".gif", f + "/a.gif"), "game"),
-        ("half a photograph", lambda f: open(f + "/a.jpg", "wb").write(open(good, "rb").read()[:9000]), "any"),
-        ("a progressive photograph", lambda f: flat_jpeg(f + "/a.jpg", 11648, 8736, True), "game"),
-        ("a bitmap of 100 megapixels", lambda f: bmp(f + "/a.bmp", 11648, 8736, whole=True), "game")]
-
-
-def chosen(game, good):
-    folder, pieces = game.folder + "/Imagens", game.save("agora").pieces
-    for name, make, comes in pictures(good):
-        clear(folder)
-        make(folder)
-        begin = time.monotonic()
-        dialog = game.new_game(3)
-        corner = frame_corner(game, dialog, 1)
-        wait_for(lambda: game.screen.pixels()(*corner) == (0xC0, 0xC0, 0xC0), "the frame of its thumbnail")
-        game.screen.click(*game.thumbnail(dialog, 1))  # or its frame, where the thumbnail is thinner than a pixel
-        x, y, _, _ = game.screen.place(dialog)
-        game.screen.click(x + 9900 // 15, y + 3710 // 15)
-        game.screen.gone("Busca Imagens")
-        outcome, took, now = "box" if boxes(game) else "", time.monotonic() - begin, game.save("agora").pieces
-        outcome, pieces = outcome or ("" if now == pieces else "game"), now
-        print(f"{name}: {outcome or 'silence'}, {took:.1f} s, {bounded(game, name):.0f} MiB")
-        check(comes in ("any", outcome), f"{name}: {outcome or 'silence'} instead of {comes or 'silence'}")
-        check(took < LONGEST, f"{name} took {took:.0f} s")
-
-
-def huge(folder, good):
-    """Three of each, so that nearly all are decoded while the answers are watched."""
-    flat_jpeg(folder + "/passes 0.jpg", 11648, 8736, True)
-    flat_jpeg(folder + "/photo 0.jpg", 11648, 8736)
-    flat_jpeg(folder + "/bomb 0.jpg", 11648, 8736, True, 20000)
-    bmp(folder + "/bands 0.bmp", 11648, 8736, whole=True)
-    gif(folder + "/claim 0.gif", 11648, 8736)
-    for name in os.listdir(folder):
-        for number in "12":
-            os.link(f"{folder}/{name}", f"{folder}/{name.replace('0', number)}")
-
-
-def odd_names(folder, good):
-    for name in (b"quebra\nde linha.jpg", b"aspas \"'`$(x).jpg", b".oculta.jpg", b"\xff\xfe\x80.jpg", b"n" * 251 + b".jpg",
-                 "dir \u202egpj.\u202d.jpg".encode(), b"&amp <b>x &b.jpg", b"%s%n.jpg", b"\x1b[31m.jpg", b"..jpg", b"a\\b.jpg"):
-        shutil.copy(good, os.path.join(folder.encode(), name))
-    os.symlink(".", folder + "/volta")
-    os.symlink("/dev/zero", folder + "/zero.bmp")
-    os.mkfifo(folder + "/fifo.jpg"), os.mkdir(folder + "/pasta.jpg")
-
-
-def many(folder, good):
-    for number in range(50000):
-        os.symlink(good if number % 500 == 0 else "/dev/null", f"{folder}/{number}." + ("jpg" if number % 500 == 0 else "txt"))
-
-
-def watched(game, pointer, what, fill, good, changes=lambda folder: None):
-    """The dialog fills from a folder while somebody clicks, and is closed."""
+def scan(game, what, fill, changes=lambda folder: None):
+    """The dialog full of a folder, and the seconds that clicks were answered in meanwhile."""
     folder = game.folder + "/Imagens"
-    clear(folder)
-    fill(folder, good)
+    shutil.rmtree(folder)
+    os.makedirs(folder)
+    fill(folder)
     dialog = open_dialog(game)
     other = threading.Thread(target=changes, args=(folder,))
     other.start()
-    answers = probe(game, pointer, dialog, 120)
+    answers = probe(game, dialog)
     other.join()
     game.screen.screenshot(f"{game.shots}/{what}.png")
-    game.screen.key("alt+F4")
-    game.screen.gone("Busca Imagens")
+    return dialog, answers
+
+
+def bounded(game, what):
+    peak = memory(game, "VmHWM")
+    print(f"{what}: {peak:.0f} MiB", flush=True)
+    check(peak < MOST_MEMORY, f"{what} take {peak:.0f} MiB")
+
+
+def odd_pictures(game):
+    pieces, all_answers = game.save("agora").pieces, []
+    for name, (make, comes) in PICTURES.items():
+        def some(folder):  # two of them must be there to be clicked at
+            make(folder + "/0.jpg")
+            for number in range(1, 8):
+                os.link(folder + "/0.jpg", f"{folder}/{number}.jpg")
+
+        dialog, answers = scan(game, name, some)
+        all_answers += answers
+        x, y, _, _ = game.screen.place(dialog)
+        begin = time.monotonic()
+        game.screen.click(x + 9900 // 15, y + 3710 // 15)  # OK
+        game.screen.gone("Busca Imagens")
+        box, took, now = boxes(game), time.monotonic() - begin, game.save("agora").pieces
+        outcome, pieces = "box" if box else "silence" if now == pieces else "game", now
+        bounded(game, f"{name}: {outcome} after {took:.1f} s")
+        check(comes in ("any", outcome), f"{name}: {outcome} instead of {comes}")
+        check(took < LONGEST, f"{name} took {took:.0f} s")
+    in_time(sorted(all_answers))
+
+
+def watched(game, what, fill, changes=lambda folder: None):
+    _, answers = scan(game, what, fill, changes)
+    close_dialog(game)
     check(boxes(game) == 0, f"{what}: a box came")
-    print(f"{what}: {bounded(game, what):.0f} MiB")
+    bounded(game, what)
     in_time(answers)
+
+
+def odd_names(folder):
+    for name in (b"quebra\nde linha", b"aspas \"'`$(x)", b".oculta", b"\xff\xfe\x80", b"n" * 251, b"&amp <b>x &b", b"%s%n",
+                 "dir \u202egpj.\u202d".encode(), b"\x1b[31m", b".", b"a\\b"):
+        shutil.copy(folder + "/../boa.jpg", folder.encode() + b"/" + name + b".jpg")
+    os.symlink(".", folder + "/volta")
+    os.symlink("/dev/zero", folder + "/zero.bmp")
+    os.mkfifo(folder + "/fifo.jpg")
+    os.mkdir(folder + "/pasta.jpg")
+
+
+def many(folder):
+    for number in range(50000):
+        good = number % 500 == 0
+        os.symlink("../boa.jpg" if good else "/dev/null", f"{folder}/{number}.{'jpg' if good else 'txt'}")
 
 
 def changing(folder):
@@ -125,8 +114,15 @@ def changing(folder):
         path = f"{folder}/{number}.jpg"
         os.remove(path)
         if number % 1000 == 0:
-            open(path, "wb").write(b"\xff\xd8\xff" + os.urandom(5000))
+            with open(path, "wb") as file:
+                file.write(b"\xff\xd8\xff" + os.urandom(5000))
             os.rename(path, path + ".jpg")
+
+
+def doors(game):
+    """Nothing of the program can be reached from outside, and nothing else was started by it."""
+    check(f"pid={game.process.pid}," not in run("ss", "-tuxlnp"), "a socket of its own")
+    check(not run("pgrep", "-P", str(game.process.pid)), "it has started a program")
 
 
 def without_rights(screen, program):
@@ -152,23 +148,20 @@ def without_rights(screen, program):
 
 
 def main(program, shots):
-    with Screen(1366, 768) as screen, Pointer(screen.env["DISPLAY"]) as pointer:
-        good = screen.home + "/boa.jpg"
-        run("convert", "-size", "600x400", "plasma:tomato-steelblue", "-seed", "7", "-quality", "90", good)
-        run("convert", "-size", "5600x5600", "xc:red", "-dispose", "Previous", good + ".gif")
+    with Screen(1366, 768) as screen:
         game = Game(screen, program, terminal=screen.home + "/terminal.txt")
         game.shots = shots
-        os.makedirs(game.folder + "/Imagens")
-        shutil.copy(good, game.folder + "/Imagens")
+        game.picture("boa.jpg", "600x400", "plasma:tomato-steelblue", "-seed", "7", "-quality", "90")
+        shutil.copy(game.folder + "/Imagens/boa.jpg", game.folder)
         game.start()
         game.start_picture(3)
-        chosen(game, good)
-        watched(game, pointer, "odd names", odd_names, good)
-        watched(game, pointer, "huge", huge, good)
-        watched(game, pointer, "50,000 files that change", many, good, changing)
+        odd_pictures(game)
+        watched(game, "odd names", odd_names)
+        watched(game, "50,000 files that change", many, changing)
         doors(game)
         game.end()
-        check(not open(game.terminal, "rb").read(), "the terminal got something")
+        with open(game.terminal, "rb") as file:
+            check(not file.read(), "the terminal got something")
         without_rights(screen, program)
 
 
