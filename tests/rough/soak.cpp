@@ -5,15 +5,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/rough/player.h"
+#include "tests/rough/soak_player.h"
 
 #ifdef __GLIBC__
 #include <malloc.h>
 
 extern "C" size_t __sanitizer_get_current_allocated_bytes() __attribute__((weak));
 #endif
-
-using namespace PuzzleModule;
 
 namespace {
 
@@ -34,10 +32,7 @@ int Games(int wanted, uint32_t seed) {
     while (games < wanted) {
         {
             Player player(seed++);
-            for (bool ran = false, goesOn = true; goesOn && games < wanted; ran = GameRunning) {
-                goesOn = player.Step();
-                games += ran && !GameRunning;
-            }
+            for (bool ran = false; player.Step() && games < wanted; ran = GameRunning) games += ran && !GameRunning;
             steps += player.steps, boards += player.boards;
         }
         bytes = BytesInUse();
@@ -74,47 +69,43 @@ const Moment Moments[] = {{"no game", "", false},
                           {"About", "mnuAbout", true},
                           {"help", "mnuHowToPlay", false}};
 
-// The event of that number at the so-manieth time that the moment comes. How often it came, and how many events there
-// were to choose from.
-std::pair<int, size_t> CrossOne(const Moment& moment, int time, size_t number) {
+// The event of that number at the so-manieth time that the moment comes. How many events there were to choose from;
+// none where it does not come that often.
+size_t CrossOne(const Moment& moment, int time, size_t number) {
     Player player{uint32_t(time)};
-    int times = 0;
     size_t count = 0;
-    const auto rest = [](OpenDesktop::At) {};
-    const auto act = [&](OpenDesktop::At at) {
-        player.CheckState(at);
+    const auto rest = [](At) {};
+    int times = 0;
+    const auto act = [&](At at) {
+        player.CheckHand(at);
         if (++times != time) return;
-        const std::vector<Player::Event> events = player.Events(at);
-        if (count = events.size(); number >= count) return;
+        const auto events = player.Events(at);
         player.notes.push_back(std::string(moment.name) + ", " + std::to_string(time));
-        player.Do(events[number]);
+        if (number < (count = events.size())) player.Do(events[number]);
     };
     player.desktop.occasion = rest;
     try {
         if (moment.game) player.play.StartGrid(4, 3);
         moment.prepare(player.play);
         player.desktop.occasion = act;
-        player.desktop.onFrame = [&] {
-            moment.command == std::string("MnDesistir") ? act(OpenDesktop::At::Yield) : void();
-        };
-        *moment.command ? player.play.Menu(moment.command) : act(OpenDesktop::At::Yield);
+        if (moment.command == std::string("MnDesistir")) player.desktop.onFrame = [&] { act(At::Yield); };
+        *moment.command ? player.play.Menu(moment.command) : act(At::Yield);
         player.desktop.occasion = rest, player.desktop.onFrame = nullptr;
         player.desktop.RunPending();
         player.ComeToRest();
     } catch (const HeadlessDesktop::ProgramEnded&) {
     }
-    return {times, count};
+    return count;
 }
 
 int Cross() {
-    int pairs = 0;
+    size_t pairs = 0;
     for (const Moment& moment : Moments)
-        for (int time = 1, came = 1; time <= 40 && came >= time; time *= 2)
-            for (size_t number = 0, count = 1; number < count; ++number) {
-                std::tie(came, count) = CrossOne(moment, time, number);
-                pairs += number < count;
-            }
-    std::printf("%d pairs of a moment and an event: nothing dies, nothing is glued, the board is the model's\n", pairs);
+        for (size_t time = 1, count = 1; time <= 40 && count > 0; time *= 2, pairs += count)
+            for (size_t number = 0; number == 0 || number < count; ++number)
+                count = CrossOne(moment, int(time), number);
+    std::printf("%zu pairs of a moment and an event: nothing dies, nothing is glued, the board is the model's\n",
+                pairs);
     return pairs > 300 ? 0 : 1;
 }
 
