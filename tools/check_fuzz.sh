@@ -40,7 +40,7 @@ TMPDIR=$(mktemp -d -p "$([ -d /dev/shm ] && echo /dev/shm || echo /tmp)") || exi
 # What was freed stays poisoned for a few megabytes, not for 256, whose pages would cost more than most readers.
 export TMPDIR QT_LOGGING_RULES="*=false" ASAN_OPTIONS=quarantine_size_mb=4:malloc_context_size=4
 trap 'rm -rf "$TMPDIR"' EXIT
-bad=0
+bad=0 all=0 begin=$SECONDS
 for reader in $readers; do
     corpus=build/fuzz/corpus/$reader log=build/fuzz/$reader.log most=16384 more=()
     mkdir -p "$corpus"
@@ -58,6 +58,7 @@ for reader in $readers; do
         runs=$(sed -n 's/^stat::number_of_executed_units: *//p' "$log")
         pace=$(sed -n 's/^stat::average_exec_per_sec: *//p' "$log")
         say "ok      $reader: $runs runs, $pace a second, $(grep -o 'cov: [0-9]*' "$log" | tail -n 1), no finding"
+        all=$((all + ${runs:-0}))
         [ "${runs:-0}" -ge 100 ] || { say "FAILED  $reader: hardly ran"; bad=1; }
     else
         say "FAILED  $reader (whole log: $log)"
@@ -65,4 +66,6 @@ for reader in $readers; do
         bad=1
     fi
 done
+took=$((SECONDS - begin))
+say "all readers: $all runs in $took s, $((all / (took > 0 ? took : 1))) a second"
 exit $bad

@@ -75,33 +75,6 @@ def script(main):
         sys.exit(f"{name}: {failure}")
 
 
-class Mouse:
-    """Does not wait for the effect, and tells the moment at which it began: to the server it takes microseconds."""
-
-    def __init__(self, name):
-        self.server = display.Display(name)
-
-    def _do(self, kind, button=0, x=0, y=0):
-        moment = time.monotonic()
-        xtest.fake_input(self.server, kind, button, x=round(x), y=round(y))
-        self.server.sync()
-        return moment
-
-    def move(self, x, y):
-        return self._do(X.MotionNotify, 0, x, y)
-
-    def press(self, button=1):
-        return self._do(X.ButtonPress, button)
-
-    def release(self, button=1):
-        return self._do(X.ButtonRelease, button)
-
-    def click(self, button=1):
-        moment = self.press(button)
-        self.release(button)
-        return moment
-
-
 class Screen:
     """An Xvfb of a given size with a window manager."""
 
@@ -129,7 +102,7 @@ class Screen:
         self.env.update(DISPLAY=":" + number, HOME=self.home, XDG_RUNTIME_DIR=self.home, LC_ALL="C.UTF-8",
                         PULSE_CLIENTCONFIG=self.home + "/pulse.conf",
                         XCURSOR_PATH=self.home)  # an hourglass that turns would keep the server awake
-        self.mouse = Mouse(":" + number)
+        self.server = display.Display(":" + number)
         with open(self.home + "/Xvfb_screen0", "rb") as file:  # the server paints there; its pixels come last
             self._frame = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         self._start(["openbox"], env=self.env)
@@ -142,13 +115,9 @@ class Screen:
         return process
 
     def close(self):
-        for process in reversed(self.processes):
-            process.terminate()
-            try:
-                process.wait(5)
-            except subprocess.TimeoutExpired:
-                process.kill()
-                process.wait()
+        for process in reversed(self.processes):  # the server, which tidies up behind itself, last
+            process.terminate() if process is self.processes[0] else process.kill()
+            process.wait()
         shutil.rmtree(self.home, ignore_errors=True)
 
     def __enter__(self):
@@ -204,14 +173,23 @@ class Screen:
         self.xdo(*arguments)
         self.settle()
 
-    def move(self, x, y):
-        self.act("mousemove", round(x), round(y))
+    def _mouse(self, settle, kind, button=0, x=0, y=0):
+        """Returns the moment at which it began: without a wait for the effect it takes microseconds."""
+        moment = time.monotonic()
+        xtest.fake_input(self.server, kind, button, x=round(x), y=round(y))
+        self.server.sync()
+        if settle:
+            self.settle()
+        return moment
 
-    def press(self, button=1):
-        self.act("mousedown", button)
+    def move(self, x, y, settle=True):
+        return self._mouse(settle, X.MotionNotify, 0, x, y)
 
-    def release(self, button=1):
-        self.act("mouseup", button)
+    def press(self, button=1, settle=True):
+        return self._mouse(settle, X.ButtonPress, button)
+
+    def release(self, button=1, settle=True):
+        return self._mouse(settle, X.ButtonRelease, button)
 
     def click(self, x, y, button=1, times=1):
         self.act("mousemove", round(x), round(y), "click", "--repeat", times, "--delay", 20, button)

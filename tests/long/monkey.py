@@ -14,7 +14,7 @@ def nothing_follows(game):
     """Every button up, every dialog closed: the pointer moves alone."""
     screen = game.screen
     for button in (1, 2, 3):
-        screen.mouse.release(button)
+        screen.release(button, settle=False)
     for _ in range(20):
         screen.key("Escape")
         shown = game.windows()
@@ -37,7 +37,7 @@ def main(program, shots, events=20000, seed=None):
     print(f"seed {seed}", flush=True)
     chance = random.Random(seed)
     with Screen(1366, 768) as screen:
-        game, mouse, down = Game(screen, program), screen.mouse, set()
+        game, down = Game(screen, program), set()
         for number in range(12):
             game.picture(f"{number}.jpg", "600x400", "plasma:tomato-steelblue", "-seed", str(number))
         game.start()
@@ -45,13 +45,15 @@ def main(program, shots, events=20000, seed=None):
         for number in range(1, int(events) + 1):
             what = chance.random()
             if what < 0.55:
-                mouse.move(chance.randrange(1366), chance.randrange(22, 768))  # below the title bar
+                screen.move(chance.randrange(1366), chance.randrange(22, 768), settle=False)  # below the title bar
             elif what < 0.75:
                 button = chance.choice((1, 1, 1, 3, 2))
-                (mouse.release if button in down else mouse.press)(button)
+                (screen.release if button in down else screen.press)(button, settle=False)
                 down ^= {button}
             elif what < 0.95:
-                mouse.click(chance.choice((1, 1, 3, 4, 5)))
+                button = chance.choice((1, 1, 3, 4, 5))
+                screen.press(button, settle=False)
+                screen.release(button, settle=False)
             elif what < 0.998:
                 screen.xdo("key", chance.choice(KEYS))
             elif game.windows() != {game.window}:

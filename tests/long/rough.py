@@ -62,9 +62,10 @@ def probe(game, dialog, most_seconds=120):
     end = looked + most_seconds
     for middle, corner in itertools.cycle(places):
         wait_for(lambda: screen.pixel(*corner) == GREY, "the frame of a thumbnail")
-        screen.mouse.move(*middle)
+        screen.move(*middle, settle=False)
         time.sleep(0.02)  # an even pace: many quick answers don't outweigh a stall
-        answers.append(until_changed(screen, corner, screen.mouse.click))
+        answers.append(until_changed(screen, corner, lambda: screen.press(settle=False)))
+        screen.release(settle=False)
         if time.monotonic() - looked > 1:  # over once the program does nothing without being clicked at
             used = processor_seconds(game)
             time.sleep(0.3)
