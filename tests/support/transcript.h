@@ -15,6 +15,10 @@ inline void PrintTo(const Size& s, std::ostream* out) { *out << s.width << 'x' <
 inline void PrintTo(const Rect& r, std::ostream* out) {
     *out << r.x << ',' << r.y << ' ' << r.width << 'x' << r.height;
 }
+inline void PrintTo(const WheelTurn& turn, std::ostream* out) {
+    *out << turn.x << ' ' << turn.y << (turn.unit == WheelTurn::Unit::Pixels ? " pixels" : "");
+}
+inline void PrintTo(const Key& key, std::ostream* out) { *out << int(key); }
 
 // What a walk may come to.
 using Steps = std::vector<std::function<void()>>;
@@ -44,6 +48,17 @@ public:
     // A handler of any kind of event that lets its values be heard.
     auto Told(const std::string& what) {
         return [this, what](const auto&... values) { Hear(what + testing::PrintToString(std::tuple(values...))); };
+    }
+    // Lets handlers tell, each by its name among `names`, "box.Click, box.DblClick".
+    template <typename... Handlers>
+    void Hears(const char* names, Handlers&... handlers) {
+        std::istringstream all(names);
+        const auto next = [&all] {
+            std::string name;
+            std::getline(all >> std::ws, name, ',');
+            return name;
+        };
+        ((handlers = Told(next())), ...);
     }
     void Write(std::string line) {
         const auto& [path, name] = changing;
@@ -99,3 +114,4 @@ private:
 // A step of `transcript`, told in its own words, now or whenever a walk comes to it.
 #define DO(...) transcript.Step(#__VA_ARGS__, [&]() -> decltype(auto) { return __VA_ARGS__; })
 #define STEP(...) [&] { DO(__VA_ARGS__); }
+#define HEAR(...) transcript.Hears(#__VA_ARGS__, __VA_ARGS__)
