@@ -4,17 +4,13 @@
 
 #include <QtWidgets>
 
-#include "platform/controls/cell_sheet.h"
 #include "platform/controls/folder_lists.h"
-#include "platform/controls/picture_box.h"
-#include "platform/controls/scroll_bar.h"
-#include "platform/controls/simple_controls.h"
 #include "platform/qt/desktop.h"
 #include "platform/qt/widgets/form_window.h"
 #include "platform/qt/widgets/peer.h"
+#include "tests/support/every_control.h"
 #include "tests/support/picture_files.h"
 #include "tests/support/temp_folder.h"
-#include "tests/support/transcript.h"
 
 class QtFixture : public testing::Test {
 protected:
@@ -31,6 +27,14 @@ protected:
     ~QtFixture() override { InstallBackend(before_); }
     static FormWindow& Window(const Form& form) { return *FormWindow::Of(form); }
     static QWidget& On(const Control& control) { return *PeerOf(control)->Content(); }
+
+    // Hands an event to a widget and lets in what follows. Whether the widget took it.
+    template <typename Event>
+    static bool Give(QWidget& to, Event&& event) {
+        QCoreApplication::sendEvent(&to, &event);
+        DoEvents();
+        return event.isAccepted();
+    }
 
     Desktop desktop;
     const TempFolder folder;

@@ -20,8 +20,8 @@ TEST_F(GameWindows, AreMadeOfTheseWidgets) {
         form->OnActivate = {};
         transcript.state = [form] { return AddWindow(*form, "/nowhere"); };
         DO(form == &main ? form->Load() : form->Show());
-        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-        if (form == &help || form == &about) DO(QCoreApplication::sendEvent(&Window(*form), &escape));
+        if (form == &help || form == &about)
+            DO(Give(Window(*form), QKeyEvent(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier)));
     }
 }
 

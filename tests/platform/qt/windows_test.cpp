@@ -25,8 +25,8 @@ struct Paints : QObject {
     }
 };
 
-// A window with a control of every kind, which tell what they hear.
-class Windows : public QtFixture {
+// The window with everything in it, and the lists of folders.
+class Windows : public QtFixture, protected EveryControl {
 protected:
     Windows() {
         for (const char* name : {"alfa/um", "beta"}) folder.MakeFolder(name);
@@ -36,88 +36,39 @@ protected:
             for (const Form* each : shown) state = AddWindow(*each, folder.Path(), state);
             return state;
         };
-        const auto add = [](Control& parent, Control& child, double x, double y, double width, double height) {
-            parent.AddChild(child);
-            child.Place(x, y, width, height);
-        };
-        form.Place(1500, 1500, 6000, 4500);
-        edged.SetBorder(Border::Single), image.SetBorder(Border::Thin);
-        link.SetLook({{12, true, true}, 0, Rgb(255, 255, 0), false, Alignment::Center, false, false});
-        link.SetTabIndex(0), rows.SetTabIndex(1), bar.SetTabIndex(2), push.SetTabIndex(3);
-        link.SetCaption("Elo"), box.SetAccessibleName("Tabuleiro"), rows.SetPath(folder / "alfa");
-        add(form, box, -20, -10, 320, 150), add(form, edged, 300, 5, 60, 40), add(edged, inner, 5, 4, 20, 12);
-        add(form, image, 310, 50, 52, 34), add(form, label, 300, 90, 80, 20), add(form, link, 300, 110, 80, 20);
-        add(form, push, 300, 135, 80, 24), add(form, frame, 10, 150, 100, 60), add(frame, panel, 150, 150, 900, 300);
-        add(form, bar, 380, 0, 20, 300), add(form, sheet, 120, 150, 170, 60), add(form, drives, 10, 220, 150, 22);
-        add(form, rows, 180, 215, 190, 80);
+        Add(form, drives, 10, 220, 150, 22), Add(form, rows, 180, 215, 190, 80);
+        rows.SetTabIndex(1), rows.SetPath(folder / "alfa"), save.SetChecked(true);
         auto& [cell, figure] = sheet.Load();
         cell = {150, 150, 600, 450, 0, true, ""};
         figure.left = 300, figure.top = 300, figure.width = 300, figure.height = 150, figure.visible = true;
         figure.toolTip = "Baía   do <norte> ao sul com barcos.jpg - 11599 x 11199";
-        MenuItem& menu = form.Menus.Add("mnu", "Jogo");
-        menu.Add("save", "Salvar", {'S', 0, true}).Click = transcript.Told("save");
-        menu.Add("line", "-"), menu.Add("help", "Ajuda", {0, 3, false}).SetChecked(true);
-        menu.Add("more", "Mais").Add("deep", "Fundo", {'Z', 0, false});
-        const auto told = [this](const std::string& what) { return transcript.Told(what); };
-        for (PictureBox* each : {&box, &edged, &panel}) {
-            each->MouseDown = told(each->Name() + " down"), each->MouseUp = told(each->Name() + " up");
-            each->MouseMove = told(each->Name() + " move");
-        }
-        box.Click = told("click"), box.DblClick = told("dbl"), link.Click = told("link"), push.Click = told("push");
-        form.MouseDown = told("form"), image.MouseDown = told("image"), menu.Click = told("menu");
-        form.OnMenu = told("any menu"), form.OnActivate = told("active"), form.OnUnload = told("unload");
-        bar.Change = told("change"), bar.Scroll = told("scroll"), drives.Change = told("drive");
-        rows.Change = told("folder"), sheet.FigureClick = told("figure"), sheet.FrameClick = told("frame");
-        sheet.FigureDblClick = told("double"), sheet.FigureMouseUp = told("off");
-        sheet.FigureMouseDown = told("on"), sheet.FigureMouseMove = told("along");
-        form.OnResize = [this] { transcript.Hear("wide " + std::to_string(int(form.ScaleWidth()))); };
-        form.KeyDown = [this](Key key) { transcript.Hear("key " + std::to_string(int(key))); };
-        box.Wheel = sheet.Wheel = [this](const WheelTurn& t) {
-            transcript.Hear(FromText(QString("turn %1,%2 %3").arg(t.x).arg(t.y).arg(int(t.unit))));
-        };
+        Listen();
+        HEAR(drives.Change, rows.Change);
     }
 
     void Aim(Control* at) { target = at, down = {}; }
     QWidget& Target() { return target == &form ? *Window(form).Client() : On(*target); }
     void Mouse(QEvent::Type type, Qt::MouseButton button, QPointF at) {
         down.setFlag(button, type != QEvent::MouseButtonRelease && button != Qt::NoButton);
-        QWidget& to = Target();
-        QMouseEvent event(type, at, to.mapToGlobal(at), button, down, keys);
-        QCoreApplication::sendEvent(&to, &event);
-        DoEvents();
+        Give(Target(), QMouseEvent(type, at, Target().mapToGlobal(at), button, down, keys));
     }
     void Press(Qt::MouseButton button) { Mouse(QEvent::MouseButtonPress, button, point); }
     void Double(Qt::MouseButton button) { Mouse(QEvent::MouseButtonDblClick, button, point); }
     void Release(Qt::MouseButton button) { Mouse(QEvent::MouseButtonRelease, button, point); }
     void Move(QPointF to) { Mouse(QEvent::MouseMove, Qt::NoButton, point = to); }
     void Type(int key) {
-        QKeyEvent event(QEvent::KeyPress, key, keys & ~Qt::ControlModifier, key < 128 ? QChar(key).toLower() : QChar());
-        QCoreApplication::sendEvent(target == &form ? &Window(form) : &Target(), &event);
-        DoEvents();
+        Give(target == &form ? Window(form) : Target(),
+             QKeyEvent(QEvent::KeyPress, key, keys & ~Qt::ControlModifier, key < 128 ? QChar(key).toLower() : QChar()));
     }
     bool Turn(QPoint pixels, QPoint eighths) {
-        QWheelEvent event(point, point, pixels, eighths, Qt::NoButton, keys, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&Target(), &event);
-        return event.isAccepted();
+        return Give(Target(), QWheelEvent(point, point, pixels, eighths, Qt::NoButton, keys, Qt::NoScrollPhase, false));
     }
-    void Send(QEvent::Type type) {
-        QEvent event(type);
-        QCoreApplication::sendEvent(&Window(form), &event);
-        DoEvents();
-    }
+    void Send(QEvent::Type type) { Give(Window(form), QEvent(type)); }
     void Show() {
         form.Show();
         DoEvents();
     }
 
-    Form form{"form", "Teste", ScaleMode::Pixels, FormBorder::Sizable};
-    PictureBox box{"box"}, edged{"edged"}, inner{"inner"}, panel{"panel"};
-    Image image{"image"};
-    Label label{"label"}, link{"link"};
-    CommandButton push{"push", "&OK"};
-    Frame frame{"frame", ScaleMode::Twips};
-    ScrollBar bar{"bar", Orientation::Vertical};
-    CellSheet sheet{"sheet"};
     DriveListBox drives{"drives"};
     DirListBox rows{"rows"};
     std::vector<const Form*> shown{&form};
@@ -125,7 +76,6 @@ protected:
     Qt::MouseButtons down;
     Qt::KeyboardModifiers keys;
     QPointF point{30.5, 40}, pressed;
-    Transcript transcript;
 };
 
 }  // namespace
@@ -137,29 +87,17 @@ TEST_F(Windows, WidgetsFollowTheirControls) {
     bare.SetRegion(Region{{5, 6, 20, 10}, {10, 0, 4, 30}});
     DO(Show());
     DO(tool.Show(), bare.Show(), dialog.Show());
-    for (const bool changed : {true, false}) {
-        DO(form.Menus.Items().front().Items()[0].SetEnabled(!changed));
-        DO(form.Menus.Items().front().Items()[2].SetChecked(!changed));
-        DO(edged.SetEnabled(!changed), push.SetEnabled(!changed), inner.SetVisible(!changed));
-        DO(inner.Move(changed ? 15 : 5, 4), edged.SetWidth(changed ? 50 : 60));
-        DO(image.SetPointer(changed ? MousePointer::Hourglass : MousePointer::Default));
-        DO(box.SetPointer(changed ? MousePointer::Hand : MousePointer::Arrow));
-        DO(link.Click = changed ? Handler() : Handler(transcript.Told("link")),
-           label.SetCaption(changed ? "Isto" : "Aquilo"));
-        DO(link.SetLook({{8.25, false, changed}, 0, 0, true, Alignment::Left, true, false}));
-        DO(bar.SetMin(0), bar.SetMax(changed ? -1390 : 1000), bar.SetLargeChange(changed ? 463 : 7));
-        DO(bar.SetSmallChange(changed ? 5 : 1), bar.SetValue(changed ? -90 : 80));
-        DO(bar.SetValue(changed ? 1 : -1));
-        DO(drives.Follow(changed ? "/media/x/y" : "/home/a<b/Fotos"));
-        DO(rows.SetPath(folder / (changed ? "beta" : "alfa")));
-        DO(bare.SetRegion(changed ? std::optional(Region{}) : std::nullopt));
-        DO(tool.Move(changed ? 450 : 150, 300), form.Place(1500, 1500, changed ? 6600 : 6000, 4800));
-        DO(edged.SetBorder(changed ? Border::None : Border::Single));  // stays as it was made
-    }
-    for (const WindowState state : {WindowState::Maximized, WindowState::Normal, WindowState::Minimized}) {
-        DO(form.SetState(state), form.State());
-        DO(form.Move(1600 + 100 * int(state), 1500));
-    }
+    controls.insert(controls.end(), {&drives, &rows, &tool});
+    const auto state = [this] {
+        return transcript.Draw<WindowState>({WindowState::Normal, WindowState::Minimized, WindowState::Maximized});
+    };
+    transcript.Walk(600, Properties() | STEP(drives.Follow(Chance() ? "/media/x/y" : "/home/a<b/Fotos")) |
+                             STEP(rows.SetPath(folder / (Chance() ? "beta" : "alfa"))) |
+                             STEP(bare.SetRegion(Chance() ? std::optional(Region{}) : std::nullopt)) |
+                             STEP(void(link.Click = Chance() ? Handler() : Handler(transcript.Told("link")))) |
+                             STEP(form.SetState(state()), form.State()));
+    form.SetVisible(true), form.SetEnabled(true), menu.SetEnabled(true), help.SetEnabled(true);
+    DO(form.Place(1500, 1500, 6000, 4500));
     DO(Window(form).showNormal(), form.State());
     DO(Window(form).resize(500, 350));
     const int menus = Window(form).MenuBar().sizeHint().height();
@@ -252,11 +190,11 @@ TEST_F(Windows, HearThePlayer) {
     auto& list = static_cast<QListWidget&>(On(rows));
     for (const Qt::MouseButton button : {R, L}) {
         const QPoint place = list.visualItemRect(list.item(0)).center();
-        QMouseEvent event(QEvent::MouseButtonDblClick, place, list.mapToGlobal(place), button, button, {});
-        DO(QCoreApplication::sendEvent(list.viewport(), &event), DoEvents());
+        const QPoint onScreen = list.mapToGlobal(place);
+        DO(Give(*list.viewport(), QMouseEvent(QEvent::MouseButtonDblClick, place, onScreen, button, button, {})));
     }
-    QHelpEvent tip(QEvent::ToolTip, {25, 24}, On(sheet).mapToGlobal(QPoint(25, 24)));
-    DO(QCoreApplication::sendEvent(&On(sheet), &tip), FromText(QToolTip::text()));
+    const QPoint over(25, 24);
+    DO(Give(On(sheet), QHelpEvent(QEvent::ToolTip, over, On(sheet).mapToGlobal(over))), FromText(QToolTip::text()));
 }
 
 TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) {
@@ -276,9 +214,10 @@ TEST_F(Windows, AYieldForPaintsThrowsInputAwayAndOneForAllDeliversItWithTimers) 
 }
 
 TEST_F(Windows, ComeAndGoOverEachOther) {
-    Form other("other", "", ScaleMode::Pixels, FormBorder::FixedDialog), deep("deep", "", {}, FormBorder::FixedDialog);
+    Form other("other", "", ScaleMode::Pixels, FormBorder::FixedDialog),
+        inmost("inmost", "", {}, FormBorder::FixedDialog);
     Form tool("tool", "", ScaleMode::Pixels, FormBorder::FixedToolWindow);
-    for (Form* each : {&other, &deep, &tool}) each->Place(3000, 3000, 3000, 3000), shown.push_back(each);
+    for (Form* each : {&other, &inmost, &tool}) each->Place(3000, 3000, 3000, 3000), shown.push_back(each);
     const auto front = [] { return FormWindow::Frontmost() ? FormWindow::Frontmost()->TheForm().Name() : "none"; };
     const auto owner = [](const Form& of) {
         const QWindow* parent = Window(of).windowHandle()->transientParent();
@@ -290,9 +229,9 @@ TEST_F(Windows, ComeAndGoOverEachOther) {
     DO(Send(QEvent::WindowActivate));  // from another program
     other.OnActivate = [&] {
         DO(Send(QEvent::WindowActivate), owner(other) + " " + front());
-        DO(deep.Show(Modality::Modal));
+        DO(inmost.Show(Modality::Modal));
     };
-    deep.OnActivate = [&] { DO(other.Hide(), deep.Hide(), front()); };
+    inmost.OnActivate = [&] { DO(other.Hide(), inmost.Hide(), front()); };
     DO(Press(L), other.Show(Modality::Modal));
     DO(Send(QEvent::WindowActivate));
     tool.OnActivate = transcript.Told("tool");
@@ -311,8 +250,8 @@ TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
             QTimer::singleShot(0, [this] {
                 for (const QPointF way : {QPointF(30, 200), {-40, 25}, {300, 300}}) {
                     const auto type = way.x() < 0 ? QEvent::MouseButtonRelease : QEvent::MouseMove;
-                    QMouseEvent event(type, way, pressed + way, L, way.y() < 300 && way.x() > 0 ? L : Qt::NoButton, {});
-                    QCoreApplication::sendEvent(&Target(), &event);
+                    const auto held = way.y() < 300 && way.x() > 0 ? L : Qt::NoButton;
+                    Give(Target(), QMouseEvent(type, way, pressed + way, L, held, {}));
                 }
             });
             what.DragAsWindow();
@@ -324,18 +263,17 @@ TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
 
 TEST_F(Windows, TakeASingleFileUnlessADialogIsOpen) {
     form.TakesFile = [](const std::string& path) { return path.ends_with(".pzl"); };
-    form.FileDropped = [this](const std::string& path) { transcript.Hear(testing::PrintToString(path)); };
+    HEAR(form.FileDropped);
     const auto drop = [this](const char* list, Qt::DropActions offered = Qt::CopyAction | Qt::MoveAction) {
         QMimeData carried;
         carried.setData("text/uri-list", list);
-        QDragEnterEvent enter({5, 5}, offered, &carried, L, {});
-        QDragMoveEvent move({6, 5}, offered, &carried, L, {});
-        QDropEvent end({5, 5}, offered, &carried, L, {});
-        std::string answers;
-        for (QDropEvent* event : std::initializer_list<QDropEvent*>{&enter, &move, &end}) {
-            QCoreApplication::sendEvent(&Window(form), event);
-            answers += event->isAccepted() ? std::to_string(int(event->dropAction())) : "-";
-        }
+        const auto give = [this](QDropEvent&& event) {
+            QCoreApplication::sendEvent(&Window(form), &event);
+            return event.isAccepted() ? std::to_string(int(event.dropAction())) : "-";
+        };
+        std::string answers = give(QDragEnterEvent({5, 5}, offered, &carried, L, {}));
+        answers += give(QDragMoveEvent({6, 5}, offered, &carried, L, {}));
+        answers += give(QDropEvent({5, 5}, offered, &carried, L, {}));
         DoEvents();  // the handler runs when the other program has its answer
         return answers;
     };
@@ -365,8 +303,7 @@ TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
                 transcript.Hear(FromText(Differences(*each, QWidget())));
             const QPoint off = dialog.frameGeometry().center() - Window(form).frameGeometry().center();
             EXPECT_TRUE(off.manhattanLength() <= 4 && dialog.windowHandle()->transientParent());
-            QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-            QCoreApplication::sendEvent(&dialog, &event);
+            Give(dialog, QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier));
         });
         return int(MsgBox("Um <b>texto</b>", style, "Uma caixa"));
     };
@@ -378,8 +315,8 @@ TEST_F(Windows, DialogsStandOverThemAndAnswerToTheirKeys) {
 TEST_F(Windows, FilesAreOpenedWithOrWithoutTheirExtensionOrRefused) {
     for (const char* name : {"um.pzl", "dois.tres.pzl", "quatro", "cinco.pzl/x", "outro.txt"}) folder.Write(name, "x");
     FileDialogRequest request{false, "", {{"Jogos (*.pzl)", "*.pzl"}, {"Textos", "*.txt"}}, 1, 0, folder.Path()};
-    const auto type = [&](bool save, const std::vector<QString>& names, int index = 1) {
-        request.save = save, request.filterIndex = index, request.flags = index == 1 ? OFN_OVERWRITEPROMPT : 0;
+    const auto type = [&](bool saving, const std::vector<QString>& names, int index = 1) {
+        request.save = saving, request.filterIndex = index, request.flags = index == 1 ? OFN_OVERWRITEPROMPT : 0;
         QTimer::singleShot(0, [&] {
             auto& dialog = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
             const QString texts = dialog.windowTitle() + dialog.selectedNameFilter() +
