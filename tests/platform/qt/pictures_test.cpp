@@ -9,49 +9,6 @@
 
 namespace {
 
-struct Kind {
-    int bits;
-    std::vector<uint32_t> masks;    // none: no compression
-    uint32_t header = 40, gap = 0;  // bytes, and those between header and rows
-    bool banded = true;
-};
-
-const uint32_t Red = 0xFF0000, Green = 0xFF00, Blue = 0xFF;
-const Kind Kinds[] = {{24, {}},
-                      {32, {}},
-                      {16, {}},
-                      {16, {0x7C00, 0x3E0, 0x1F}},
-                      {32, {Blue, Green, Red}},
-                      {24, {}, 124},
-                      {32, {Red, Green, Blue, 0xFF000000}, 108},
-                      {24, {}, 64},
-                      {24, {}, 40, 777},
-                      {16, {0xF800, 0x7E0, 0x1F}, 40, 33},
-                      {24, {}, 40, 65536 - 54},
-                      {24, {}, 40, 65537 - 54, false},
-                      {8, {}, 40, 0, false},
-                      {24, {Red, Green, Blue}, 40, 0, false},
-                      {32, {~0u, Green, Blue}}};
-
-// A bitmap of random rows; a few of them if `most` says so.
-std::string Bitmap(const Kind& kind, int width, int height, size_t most = SIZE_MAX) {
-    std::string rest = Little(width) + Little(height) + Little(1, 2) + Little(kind.bits, 2) +
-                       Little(kind.masks.empty() ? 0 : 3) + std::string(20, '\0'),
-                masks;
-    for (const uint32_t mask : kind.masks) masks += Little(mask);
-    if (kind.header > 64) rest += masks;
-    rest.resize(kind.header - 4, '\0');
-    if (kind.header <= 64) rest += masks;
-    for (uint32_t i = 0; kind.bits == 8 && i < 256; ++i) rest += Little(i * 0x30705 & 0xFFFFFF);
-    rest.resize(rest.size() + kind.gap, '\0');
-    const size_t stride = size_t(int64_t(width) * kind.bits + 31) / 32 * 4;
-    std::string rows(std::min(most, stride * size_t(std::abs(height))), '\0');
-    std::mt19937 random{uint32_t(width)};
-    for (char& c : rows) c = char(random());
-    const uint32_t rowsAt = uint32_t(18 + rest.size());
-    return "BM" + Little(rowsAt + rows.size()) + Little(0) + Little(rowsAt) + Little(kind.header) + rest + rows;
-}
-
 // A photograph of broad patches.
 std::string Jpeg(int width, int height, int turn = 0, bool progressive = false) {
     QImage image(width, height, QImage::Format_RGB32);
@@ -103,9 +60,9 @@ TEST_F(Pictures, AreReadAsSmallAsTheyMayBe) {
             DO(read(path, least, from, exact));
         }
     };
-    for (const Kind& kind : Kinds)
+    for (const BitmapKind& kind : BitmapKinds)
         for (const Size size : {Size{37, 153}, {41, -139}, {64, 128}, {1, 70}}) {
-            QFile file(QString::fromStdString(folder.Write("bitmap.jpg", Bitmap(kind, size.width, size.height))));
+            QFile file(QString::fromStdString(folder.Write("bitmap.jpg", Bitmap(kind, size))));
             DO(file.open(QIODevice::ReadOnly) && BmpBands::In(file));
             look(folder / "bitmap.jpg", true);
         }
@@ -125,11 +82,11 @@ TEST_F(QtFixture, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {
     folder.Write("told.gif", std::string("GIF89a\x3C\xFF\x1A\0\x80\0\0\0\0\0\xFF\xFF\xFF,", 20) +
                                  std::string("\0\0\0\0\x3C\0\x1A\0\0\2\2\x4C\1\0;", 15));
     for (const Size size : {Size{0, 0}, {9, 0}, {65536, 1}, {65535, -1603}, {9, INT_MIN}})
-        folder.Write("size " + std::to_string(size.width + size.height), Bitmap(Kinds[0], size.width, size.height, 64));
+        folder.Write("size " + std::to_string(size.width + size.height), Bitmap({24}, size, 64));
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
         EXPECT_FALSE(ReadPicture(entry.path().string(), {10, 10})) << entry.path();
     EXPECT_FALSE(ReadPicture(folder / "missing.jpg", {1, 1}) || ReadPictureSize(folder / "short 6"));
-    EXPECT_TRUE(ReadPicture(folder.Write("foto " + OddName + ".bmp", Bitmap(Kinds[0], 65535, 1602, 64)), {1000, 25}));
+    EXPECT_TRUE(ReadPicture(folder.Write("foto " + OddName + ".bmp", Bitmap({24}, {65535, 1602}, 64)), {1000, 25}));
 }
 
 // The headers of photographs, up to the passes whose coefficients would have to be kept.
