@@ -10,18 +10,9 @@
 
 using namespace PuzzleModule;
 
-namespace {
-
-// Before the window: settings in the folder, the state at its start values.
-std::unique_ptr<HeadlessDesktop> Prepared(std::unique_ptr<HeadlessDesktop> desktop, const TempFolder& folder) {
+GameFixture::GameFixture(std::unique_ptr<HeadlessDesktop> own) : desktop_(std::move(own)) {
     SetVariable(SettingsVariable, folder / "settings");
     ResetState();
-    return desktop;
-}
-
-}  // namespace
-
-GameFixture::GameFixture(std::unique_ptr<HeadlessDesktop> own) : desktop_(Prepared(std::move(own), folder)) {
     desktop.programPath = folder / "fento-lira-master";
     main.Load();
     main.Show();

@@ -24,11 +24,9 @@ inline void ExpectGolden(const std::string& name, const std::string& made) {
     const std::string golden = ReadFile(path).value_or(""),
                       expected = name.ends_with(".txt") ? WithSlashes(golden) : golden;
     if (bytes == expected) return;
-    const auto lineAt = [at = std::ranges::mismatch(bytes, expected).in1 - bytes.begin()](const std::string& text) {
-        const size_t begin = at > 0 ? text.rfind('\n', size_t(at) - 1) + 1 : 0;
-        return text.substr(begin, text.find('\n', size_t(at)) - begin);
-    };
+    const size_t at = size_t(std::ranges::mismatch(bytes, expected).in1 - bytes.begin());
+    const size_t line = at > 0 ? bytes.rfind('\n', at - 1) + 1 : 0;
     ADD_FAILURE() << path << " is another" << (accepted || !WriteFileAtomically(actual, bytes) ? "" : " than " + actual)
-                  << (name.ends_with(".txt") ? "\n  is        " + lineAt(bytes) + "\n  should be " + lineAt(expected)
-                                             : "");
+                  << "\n  is        " << testing::PrintToString(bytes.substr(line, at - line + 100)) << "\n  should be "
+                  << testing::PrintToString(expected.substr(line, at - line + 100));
 }

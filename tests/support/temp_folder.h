@@ -25,19 +25,12 @@ inline const std::string OddName = "ma\u00E7\u00E3 \u65E5\u672C";
 inline const std::string OddName = "\xFF\xFE \xE7";
 #endif
 
-// A path written with '/' as this system writes it.
-inline std::string Local(std::string path) {
-    std::ranges::replace(path, '/', PathSeparator);
-    return path;
-}
-
 class TempFolder {
 public:
     TempFolder() {
         const std::string name = "fento-test-" + std::to_string(std::random_device{}());
-        const std::filesystem::path folder = std::filesystem::temp_directory_path() / name;
-        if (!std::filesystem::create_directory(folder)) throw std::runtime_error("no temporary folder");
-        path_ = folder.string();
+        path_ = (std::filesystem::temp_directory_path() / name).string();
+        if (!std::filesystem::create_directory(path_)) throw std::runtime_error("no temporary folder");
     }
     ~TempFolder() {
         std::error_code ignored;
@@ -51,35 +44,36 @@ public:
     std::string WithSlash() const { return path_ + PathSeparator; }
 
     // The full path of an entry that may or may not exist; `name` with '/'.
-    std::string operator/(std::string_view name) const { return WithSlash() + Local(std::string(name)); }
+    std::string operator/(std::string name) const {
+        std::ranges::replace(name, '/', PathSeparator);
+        return WithSlash() + name;
+    }
 
     // Writes a file, with the folders it needs, and returns its full path.
-    std::string Write(std::string_view name, std::string_view bytes) const {
+    std::string Write(const std::string& name, std::string_view bytes) const {
         const std::string full = *this / name;
         std::filesystem::create_directories(Native(full).parent_path());
         std::ofstream(Native(full), std::ios::binary) << bytes;
         return full;
     }
-    std::string MakeFolder(std::string_view name) const {
+    std::string MakeFolder(const std::string& name) const {
         std::filesystem::create_directories(Native(*this / name));
         return *this / name;
     }
     // What would hold up who opens it for reading. A folder where there is no such thing.
-    std::string MakeFifo(std::string_view name) const {
+    std::string MakeFifo(const std::string& name) const {
 #ifdef _WIN32
         return MakeFolder(name);
 #else
-        const std::string full = *this / name;
-        if (mkfifo(full.c_str(), 0600) != 0) throw std::runtime_error("no FIFO");
-        return full;
+        return mkfifo((*this / name).c_str(), 0600) == 0 ? *this / name : "no FIFO";
 #endif
     }
     // The bytes of a file; empty if it cannot be read.
-    std::string Read(std::string_view name) const {
+    std::string Read(const std::string& name) const {
         std::ifstream in(Native(*this / name), std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
     }
-    bool Has(std::string_view name) const { return std::filesystem::exists(Native(*this / name)); }
+    bool Has(const std::string& name) const { return std::filesystem::exists(Native(*this / name)); }
     int Entries() const { return int(std::distance(std::filesystem::directory_iterator(Native(path_)), {})); }
 
 private:

@@ -18,7 +18,10 @@ inline void PrintTo(const Rect& r, std::ostream* out) {
 inline void PrintTo(const WheelTurn& turn, std::ostream* out) {
     *out << turn.x << ' ' << turn.y << (turn.unit == WheelTurn::Unit::Pixels ? " pixels" : "");
 }
-inline void PrintTo(const Key& key, std::ostream* out) { *out << int(key); }
+inline void PrintTo(Control* control, std::ostream* out) { *out << control->Name(); }
+template <typename Enum>
+requires std::is_enum_v<Enum>
+void PrintTo(const Enum& value, std::ostream* out) { *out << int(value); }
 
 // What a walk may come to.
 using Steps = std::vector<std::function<void()>>;
@@ -53,11 +56,7 @@ public:
     template <typename... Handlers>
     void Hears(const char* names, Handlers&... handlers) {
         std::istringstream all(names);
-        const auto next = [&all] {
-            std::string name;
-            std::getline(all >> std::ws, name, ',');
-            return name;
-        };
+        const auto next = [&all](std::string name = {}) { return std::getline(all >> std::ws, name, ','), name; };
         ((handlers = Told(next())), ...);
     }
     void Write(std::string line) {
@@ -92,12 +91,7 @@ public:
     template <typename T>
     T Draw(const std::vector<T>& from) {
         const size_t number = dice_() % from.size();
-        if constexpr (requires { from[number]->Name(); })
-            drawn_ += ' ' + from[number]->Name();
-        else if constexpr (std::is_enum_v<T>)
-            drawn_ += ' ' + std::to_string(int(from[number]));
-        else
-            drawn_ += ' ' + testing::PrintToString(from[number]);
+        drawn_ += ' ' + testing::PrintToString(from[number]);
         return from[number];
     }
 

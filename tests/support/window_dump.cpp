@@ -10,18 +10,17 @@
 
 namespace {
 
+std::string Quoted(const std::string& text) { return '"' + text + '"'; }
+template <typename T>
+const T& Quoted(const T& number) {
+    return number;
+}
 // The values one after the other, with a blank behind each; texts in quotes.
 template <typename... T>
 std::string Words(const T&... values) {
     std::ostringstream out;
     out.precision(9);
-    const auto put = [&out](const auto& value) {
-        if constexpr (std::is_same_v<std::decay_t<decltype(value)>, std::string>)
-            out << '"' << value << "\" ";
-        else
-            out << value << ' ';
-    };
-    (put(values), ...);
+    ((out << Quoted(values) << ' '), ...);
     return out.str();
 }
 
@@ -132,13 +131,10 @@ std::string Changes(const State& before, const State& now) {
 }
 
 std::string PixelsOf(const Surface& surface) {
-    uint32_t mix = surface.Background();
-    const Rect stored = surface.PixelBounds();
-    if (!surface.IsUniform()) {
-        mix = 2166136261u;
-        for (int y = 0; y < stored.height; ++y)
-            for (int x = 0; x < stored.width; ++x) mix = (mix ^ surface.Row(y)[x]) * 16777619u;
-    }
+    const Rect stored = surface.IsUniform() ? Rect() : surface.PixelBounds();
+    uint32_t mix = surface.IsUniform() ? surface.Background() : 2166136261u;
+    for (int y = 0; y < stored.height; ++y)
+        for (int x = 0; x < stored.width; ++x) mix = (mix ^ surface.Row(y)[x]) * 16777619u;
     std::ostringstream out;
     out << surface.Width() << "x" << surface.Height();
     if (surface.PixelDensity() != Density{}) out << " times " << surface.PixelDensity().PerUnit();
