@@ -44,6 +44,9 @@ struct EveryControl {
     double Value() {
         return transcript.Draw<double>({-1390, -700, -1, 0, 0.5, 1, 1.5, 30, 42.5, 100.5, 32767.4, 4e4, NAN});
     }
+    WindowState AnyState() {
+        return transcript.Draw<WindowState>({WindowState::Normal, WindowState::Minimized, WindowState::Maximized});
+    }
     Label::LabelLook Look() {
         const auto alignment = transcript.Draw<Alignment>({Alignment::Left, Alignment::Right, Alignment::Center});
         const bool one = Chance(), other = Chance();

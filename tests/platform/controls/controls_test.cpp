@@ -52,9 +52,6 @@ struct Controls : Stage, EveryControl {
 
     int16_t Button() { return transcript.Draw<int16_t>({1, 1, 1, 2}); }
     float Spot() { return transcript.Draw<float>({5, 20, 20, 20, 45, 45, 50, 150}); }
-    WindowState AnyState() {
-        return transcript.Draw<WindowState>({WindowState::Normal, WindowState::Minimized, WindowState::Maximized});
-    }
     Key SomeKey() { return transcript.Draw<Key>({Key::Escape, Key::PageUp}); }
     // A sheet's mouse at its cells.
     void Mouse(void (CellSheet::*deliver)(int16_t, int16_t, float, float)) {
