@@ -1,6 +1,5 @@
 // Every step that draws, what a surface keeps of it, and pictures in files.
 #include <climits>
-#include <functional>
 
 #include "platform/drawing/bmp.h"
 #include "platform/drawing/picture.h"
@@ -40,52 +39,47 @@ Surface SomeSurface(Dice& dice, int density) {
 }  // namespace
 
 TEST(Drawing, IsAsItAlwaysWasAndToldOnce) {
-    constexpr RasterOp Ops[] = {RasterOp::SrcCopy, RasterOp::SrcPaint, RasterOp::SrcAnd, RasterOp::SrcInvert,
-                                RasterOp::MergePaint};
+    const std::vector<RasterOp> ops{RasterOp::SrcCopy, RasterOp::SrcPaint, RasterOp::SrcAnd, RasterOp::SrcInvert,
+                                    RasterOp::MergePaint};
     struct Listener : SurfaceListener {
         void SurfaceRefreshed(const Region& damage) override { transcript.Told("damage")(damage); }
         Transcript transcript;
     } listener;
     Transcript& transcript = listener.transcript;
     Dice dice;
-    const auto draw = [&](Surface& dest) {
+    Surface dest;
+    const auto draw = [&] {
         const int k = dest.PixelDensity().PerUnit(), x = dice.Far(-5, 9), y = dice.Far(-5, 9), side = dice(1, 24);
         const int width = dice.Far(-3, 30), height = dice.Far(-3, 30), fromX = dice.Far(-5, 9), fromY = dice.Far(-5, 9);
         Surface source = SomeSurface(dice, dice(0, 2) ? k : 1), image = SomeSurface(dice, dice(1, 3));
         const Color color = dice.SomeColor();
         const Rect area{x, y, width, height}, over{x % 21, y % 21, side - 1, side * 2};
         const Rect same{x % 21, y % 21, image.Width(), image.Height()};
-        const std::function<void()> draws[] = {
-            [&] { k == 1 ? StretchMask(dest, image) : dest.Refresh(); },
-            [&] { dest.Resize(dice.Far(-1, 9) % 40, 6); },
-            [&] { dest.SetStorage(side, x); },
-            [&] { dest.SetDensity(Density(side % 5)); },
-            [&] { dest.SetBackground(Pixel(color)); },
-            [&] { dest.Cls(); },
-            [&] { dest = std::move(source), transcript.Write(PixelsOf(source)); },
-            [&] { FillRect(dest, area, color); },
-            [&] { Line(dest, x, y, width, height, color); },
-            [&] { SetPixel(dest, dice(0, 1) ? x : side, y, color); },
-            [&] { TurnClockwise(dest, source, side / 2); },
-            [&] { PaintPicture(dest, dice(0, 1) ? over : same, image); },
-            [&] {
-                dest.Touch({x % 9, y % 9, 3, 2});
-            },
-        };
-        if (const size_t any = size_t(dice(0, 27)); any < std::size(draws))
-            draws[any]();
+        const auto draws =
+            Steps() | STEP(k == 1 ? StretchMask(dest, image) : dest.Refresh()) |
+            STEP(dest.Resize(dice.Far(-1, 9) % 40, 6)) | STEP(dest.SetStorage(side, x)) |
+            STEP(dest.SetDensity(Density(side % 5))) | STEP(dest.SetBackground(Pixel(color))) | STEP(dest.Cls()) |
+            STEP(dest = std::move(source), PixelsOf(source)) | STEP(FillRect(dest, area, color)) |
+            STEP(Line(dest, x, y, width, height, color)) | STEP(SetPixel(dest, dice(0, 1) ? x : side, y, color)) |
+            STEP(TurnClockwise(dest, source, side / 2)) | STEP(PaintPicture(dest, dice(0, 1) ? over : same, image)) |
+            STEP(dest.Touch({x % 9, y % 9, 3, 2}));
+        if (dice(0, 1))
+            transcript.Walk(1, draws);
         else
-            BitBlt(dest, x, y, width, height, source, fromX, fromY, Ops[dice(0, 4)]);
+            DO(BitBlt(dest, x, y, width, height, source, fromX, fromY, transcript.Draw(ops)));
     };
-    for (int round = 0; round < 1200; ++round) {
-        Surface dest = SomeSurface(dice, dice(1, 3));
+    uint64_t last = 0;
+    transcript.state = [&] {
+        const bool another = dest.Revision() > std::exchange(last, dest.Revision());
+        return State{
+            {"dest", PixelsOf(dest) + testing::PrintToString(std::tuple(dest.PixelBounds(), dest.Damage(), another,
+                                                                        Point(dest, 4, 5), Point(dest, -1, 0)))}};
+    };
+    for (int round = 0; round < 700; ++round) {
+        dest = SomeSurface(dice, dice(1, 3));
         dest.SetListener(&listener);
-        dest.Refresh();
-        const uint64_t revision = dest.Revision();
-        for (int more = round % 8 ? 0 : 13; more >= 0; --more) draw(dest);
-        transcript.Write(PixelsOf(dest) + testing::PrintToString(std::tuple(dest.PixelBounds(), dest.Damage(),
-                                                                            dest.Revision() > revision,
-                                                                            Point(dest, 4, 5), Point(dest, -1, 0))));
+        DO(dest.Refresh());
+        for (int more = round % 8 ? 0 : 13; more >= 0; --more) draw();
         DO(dest.Refresh(), dest.Stride());
     }
     for (const double scale : {-1.0, 0.5, 1.0, 1.01, 2.0, 2.25, 3.0, 7.0}) DO(Density::ForScale(scale).PerUnit());

@@ -37,22 +37,21 @@ TEST(ProfileFile, WritesWhereAReaderWouldLook) {
     }
     DO(WithKey("", "S", "k", "two\nlines") || WithKey("", "S\r", "k", "v") || WithKey("", "\n", "k", "v"));
     const ProfileFile file(folder / "config.ini");
-    DO(std::tuple{file.Read("S", "k"), file.Write("S", "k", "v"), folder.Read("config.ini")});
-    DO(std::pair{file.Write("S", "k", "two\nlines"), file.Read("S", "k")});
-    DO(ProfileFile(folder.MakeFolder("inner")).Write("S", "k", "v"));  // is not replaced
-    DO(ProfileFile(folder / "missing/config.ini").Write("S", "k", "v"));
+    for (const char* value : {"v", "two\nlines"})
+        DO(file.Read("S", "k")), DO(file.Write("S", "k", value)), DO(folder.Read("config.ini"));
+    for (const std::string& none : {folder.MakeFolder("inner"), folder / "missing/config.ini"})
+        DO(ProfileFile(none).Write("S", "k", "v"));
     SetVariable(SettingsVariable, folder / "config/");
     DO(GetSetting("program", "cDialog", "RegColors", "Key") + (folder.Has("config") ? " made" : ""));
     DO(SaveSetting("program", "cDialog", "RegColors", "1,2") && SaveSetting("other", "cDialog", "RegColors", "3"));
     DO(GetSetting("program", "cDialog", "RegColors", "Key") + folder.Read("config/fento-lira-master/settings.ini"));
     // Two programs that write at the same time lose nothing of each other's.
-    const auto write = [&](const std::string& name) {
-        for (int i = 0; i < 3; ++i) EXPECT_TRUE(file.Write("S", name + std::to_string(i), "v"));
+    const auto write = [&](const std::string& keys) {
+        for (const char key : keys) EXPECT_TRUE(file.Write("S", std::string(1, key), "v"));
     };
-    std::thread other(write, "b");
-    write("a"), other.join();
-    for (int i = 0; i < 3; ++i)
-        EXPECT_TRUE(file.Read("S", "a" + std::to_string(i)) && file.Read("S", "b" + std::to_string(i)));
+    std::thread other(write, "abc");
+    write("def"), other.join();
+    for (const char key : std::string("abcdef")) EXPECT_TRUE(file.Read("S", std::string(1, key)));
 }
 
 TEST(CInt, GoesToTheNearestAndAtATieToTheEvenAndKeepsWhatDoesNotFit) {
@@ -63,12 +62,11 @@ TEST(CInt, GoesToTheNearestAndAtATieToTheEvenAndKeepsWhatDoesNotFit) {
          {0.0, std::nextafter(0.5, 0), 0.5, 1.5, 2.5, 2.75, 32767.0, 32767.49, 32767.5, 32768.0, 32768.5, 2147483647.0,
           2147483647.5, 2147483648.0, 2147483648.5, 4503599627370495.5, 1e300})
         for (const double value : {size, -size})
-            for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO, FE_TONEAREST}) {
+            for (const int mode : {FE_UPWARD, FE_TONEAREST}) {
                 std::fesetround(mode);
-                const bool stored = Store(field, value);
-                const auto made = std::tuple(CInt(value), stored, field, CInt32(value));
+                const auto made = std::tuple(Store(field, value), CInt(value), CInt32(value));
                 std::fesetround(FE_TONEAREST);
-                transcript.Write(testing::PrintToString(std::pair(value, made)));
+                transcript.Write(testing::PrintToString(std::tuple(value, made, field)));
             }
 }
 
@@ -118,8 +116,8 @@ TEST(Carried, FilesAreThoseOfTheAssets) {
     for (const char* name : {"CLICK", "GIRO", "COMPLETE", "ROTATE", "SPLASH", "SPLASH2", "ICON16", "ICON96"})
         for (const char* type : {"WAVE", "PICTURE"}) {
             const auto carried = LoadResData(name, type);
-            const std::string bytes(reinterpret_cast<const char*>(carried.data()), carried.size());
+            const std::string_view bytes(reinterpret_cast<const char*>(carried.data()), carried.size());
             transcript.Write(name + testing::PrintToString(std::tuple(bytes.size(), bytes.substr(0, 48),
-                                                                      bytes.substr(bytes.size() / 2).substr(0, 48))));
+                                                                      bytes.substr(bytes.size() / 2, 48))));
         }
 }
