@@ -51,25 +51,16 @@ inline int Apart(const QImage& a, const QImage& b) {
     return most;
 }
 
-// Lets events in until the condition holds; false if it never does.
-inline bool Comes(const std::function<bool()>& condition) {
-    QElapsedTimer since;
-    for (since.start(); !condition() && since.elapsed() < 10000;) QCoreApplication::processEvents();
-    return condition();
-}
-
 // In what an object differs from a plain one. Nothing that hangs on the machine's fonts.
 inline QString Differences(const QObject& object, const QObject& plain) {
     QString text;
-    for (const char* name : {"text",        "title",          "windowTitle",       "accessibleName",
-                             "enabled",     "checkable",      "checked",           "shortcut",
-                             "focus",       "focusPolicy",    "contextMenuPolicy", "mouseTracking",
-                             "acceptDrops", "windowModality", "minimum",           "maximum",
-                             "value",       "singleStep",     "pageStep",          "orientation",
-                             "default",     "textFormat",     "currentIndex"})
+    for (const QByteArray& name :
+         QByteArray("text title windowTitle accessibleName enabled checkable checked shortcut focus focusPolicy "
+                    "contextMenuPolicy mouseTracking acceptDrops windowModality minimum maximum value singleStep "
+                    "pageStep orientation default textFormat currentIndex")
+             .split(' '))
         if (const QVariant value = object.property(name); value.isValid() && value != plain.property(name))
-            text += QString(" %1=%2").arg(
-                name, value.canConvert<QString>() ? value.toString() : QString::number(value.toInt()));
+            text += " " + name + "=" + (value.canConvert<QString>() ? value : QVariant(value.toInt())).toString();
     return text;
 }
 inline QString Described(const QRect& r) {
@@ -122,6 +113,9 @@ inline State AddWindow(const Form& form, const std::string& home, State state = 
     QString text = Described(bar ? QRect(place.x(), place.bottom() + 1, place.width(), 0) : place);
     text += window->minimumSize() == window->maximumSize() ? " fixed" : "";
     text += QString(" flags %1").arg(uint(window->windowFlags()), 0, 16) + (window->isVisible() ? " shown" : "");
+    if (FormWindow::Frontmost() == window) text += " in front";
+    if (const QWindow* owner = window->windowHandle(); owner && owner->transientParent())
+        text += " over " + owner->transientParent()->title();
     text += Differences(*window, QWidget()) + " mask " + Described(window->mask().boundingRect()) + ", keys";
     for (const QWidget* at = window->nextInFocusChain(); at != window; at = at->nextInFocusChain())
         if ((at->focusPolicy() & Qt::TabFocus) && !at->objectName().startsWith("qt_")) text += " " + at->objectName();

@@ -40,11 +40,9 @@ TEST(Files, NamesInAnyScriptAreKeptAndMalformedOnesAreNoFiles) {
     EXPECT_EQ(ReadFile(game), "new");
     EXPECT_EQ(FindIgnoringCase(inner, "MAçã.PZL"), game);
     EXPECT_EQ(SubFolders(folder / "José"), std::vector<std::string>{"日本 Ελλάδα"});
-    const std::wstring before = _wgetenv(L"APPDATA");
     SetEnvironmentVariableW(L"APPDATA", Wide(inner).c_str());
     EXPECT_TRUE(SaveSetting("a", "b", "key", "value"));
     EXPECT_TRUE(FileExists(WithSeparator(inner) + "fento-lira-master\\settings.ini"));
-    SetEnvironmentVariableW(L"APPDATA", before.c_str());
     EXPECT_FALSE(FileExists(bad) || FolderExists(bad) || FileLen(bad) || ReadFile(bad) || FirstEntry(bad));
     EXPECT_EQ(ProgramFile().substr(1, 2), ":\\");
 }
@@ -54,8 +52,7 @@ TEST(Files, DevicesAreNotOpenedUnderAnyName) {
     for (const std::string& name : {folder / "NUL", folder / "COM1", std::string("con"), std::string("\\\\.\\pipe\\x"),
                                     std::string("\\\\?\\GLOBALROOT\\Device\\Null")}) {
         EXPECT_FALSE(FileExists(name) || FolderExists(name) || FileLen(name) || CanBeListed(name)) << name;
-        EXPECT_EQ(OpenRegular(name), -1) << name;
-        EXPECT_FALSE(WriteFileAtomically(name, "bytes")) << name;
+        EXPECT_FALSE(OpenRegular(name) != -1 || WriteFileAtomically(name, "bytes")) << name;
     }
 }
 
