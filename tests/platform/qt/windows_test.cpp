@@ -34,6 +34,8 @@ protected:
         transcript.state = [this] {
             State state;
             for (const Form* each : shown) state = AddWindow(*each, folder.Path(), state);
+            for (const Control* each : seen)
+                state[each->Name() + " looks"] = PixelsOf(PeerOf(*each)->Widget()->grab().toImage());
             return state;
         };
         Add(form, drives, 10, 220, 150, 22), Add(form, rows, 180, 215, 190, 80);
@@ -69,6 +71,7 @@ protected:
     DriveListBox drives{"drives"};
     DirListBox rows{"rows"};
     std::vector<const Form*> shown{&form};
+    std::vector<const Control*> seen;  // of which each pixel counts; without text
     Control* target = &box;
     Qt::MouseButtons down;
     Qt::KeyboardModifiers keys;
@@ -85,6 +88,7 @@ TEST_F(Windows, WidgetsFollowTheirControls) {
     DO(Show());
     DO(tool.Show(), bare.Show(), dialog.Show());
     controls.insert(controls.end(), {&drives, &rows, &tool});
+    seen = {&box, &edged, &inner, &image, &frame, &panel, &sheet};
     transcript.Walk(600, Properties() | STEP(drives.Follow(Chance() ? "/media/x/y" : "/home/a<b/Fotos")) |
                              STEP(rows.SetPath(folder / (Chance() ? "beta" : "alfa"))) |
                              STEP(bare.SetRegion(Chance() ? std::optional(Region{}) : std::nullopt)) |
@@ -116,8 +120,8 @@ TEST_F(Windows, ShowTheirPixelsAtEveryDensity) {
         figure.left = at + 30, figure.top = 200, figure.width = 240, figure.height = 150, figure.visible = at != 1500;
         figure.image = PatternSurface({at < 1000 ? 16 : 24, at < 1000 ? 10 : 15});
     }
-    Show();
-    bare.Show();
+    DO(Show(), bare.Show());
+    seen = {&box, &edged, &image, &frame, &sheet};
     for (const QScreen* screen : QGuiApplication::screens())
         for (const int density : {1, 2, 3}) {
             Window(form).move(screen->geometry().topLeft()), Window(bare).move(screen->geometry().topLeft());
@@ -127,8 +131,6 @@ TEST_F(Windows, ShowTheirPixelsAtEveryDensity) {
             backdrop->SetDensity(Density(density));
             FillRect(*backdrop, {9, 9, 50, 30}, Rgb(0xE0, 0xDC, 0xD8));
             DO(bare.SetBackdrop(backdrop), sheet.Change(2).frame.left += 15, DoEvents());
-            for (const Control* each : std::vector<Control*>{&box, &edged, &image, &frame, &sheet})
-                DO(PixelsOf(PeerOf(*each)->Widget()->grab().toImage()));
             DO(PixelsOf(Window(bare).grab().toImage()));
             DO(desktop.ScaleOf(form));
             Paints paints;
