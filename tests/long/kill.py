@@ -9,7 +9,6 @@ import os
 import random
 import re
 import resource
-import shutil
 import subprocess
 import sys
 import time
@@ -26,41 +25,35 @@ def check(held, what):
 
 
 class Saver:
-    """A program that saves; its game of so many seconds, all pieces at that place, is told by each of its numbers."""
+    """A program that saves; each number of its games tells how it was asked for."""
 
     def __init__(self, folder, *wrapper):
         self.folder = folder
-        self.process = subprocess.Popen([*wrapper, sys.argv[1], os.path.abspath(sys.argv[2])], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, text=True)
+        self.process = subprocess.Popen([*wrapper, sys.argv[1], folder], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True)
 
-    def ask(self, numbers, key="k"):
+    def ask(self, *numbers, key="k", answers=None):
+        """Waits for all the answers, or so many."""
         self.process.stdin.write("".join(f"{number} {key.format(number)}\n" for number in numbers))
         self.process.stdin.flush()
+        for _ in range(len(numbers) if answers is None else answers):
+            check(self.process.stdout.readline(), "a program did not go on")
 
-    def answers(self, count):
-        return [int(self.process.stdout.readline() or check(False, "a program did not go on")) for _ in range(count)]
+    def tries(self, what, number, saves):
+        """A game alone; what keeps it from being saved leaves the old one and nothing else."""
+        before = game(self.folder)
+        self.ask(number, key="-")
+        check(game(self.folder) == (number if saves else before), what)
+        check(not unfinished(self.folder), what + " leaves a file")
 
     def end(self):
         self.process.stdin.close()
         check(self.process.wait(60) == 0, "a program did not end well")
 
-    def tries(self, what, number, saves):
-        """A game alone; what keeps it from being saved leaves the old one and nothing else."""
-        before = game(self.folder)
-        self.ask([number], "-")
-        self.answers(1)
-        check(game(self.folder) == (number if saves else before), what)
-        check(not unfinished(self.folder), what + " leaves a file")
-
-
-def text(path):
-    with open(path) as file:
-        return file.read()
-
 
 def game(folder, first={}):
     """The number of the game, which is as the first one was but for that."""
-    now = text(folder + "/jogo.pzl")
+    with open(folder + "/jogo.pzl") as file:
+        now = file.read()
     number = re.match(r" \d{5} ", now)
     whole, own = first.setdefault("game", (now, number and number[0]))
     check(number and now == whole.replace(own, number[0]), f"{folder} has no whole game")
@@ -68,7 +61,8 @@ def game(folder, first={}):
 
 
 def settings(folder):
-    now = text(folder + "/config.ini")
+    with open(folder + "/config.ini") as file:
+        now = file.read()
     check(STAYS in now and now.endswith("end\n"), "config.ini is not whole")
     return {key: int(value) for key, value in re.findall(r"^(\w+)=(\d+)$", now, re.M)}
 
@@ -81,13 +75,13 @@ def kills(folder, times, chance):
     safe, saves, left = game(folder), 0, 0
     for _ in range(times):
         saver = Saver(folder)
-        saver.ask(10000 + (safe + more) % 20000 for more in range(1, 200))
-        saver.answers(1)
+        numbers = [10000 + (safe + more) % 20000 for more in range(1, 200)]
+        saver.ask(*numbers, answers=1)
         time.sleep(chance.uniform(0, 0.02))
         saver.process.kill()
-        said = [10000 + (safe + 1) % 20000, *map(int, saver.process.communicate()[0].split())]
-        safe, last = game(folder), said[-1]
-        saves += len(said)
+        saver.process.wait()
+        said = 1 + len(saver.process.stdout.readlines())
+        safe, last, saves = game(folder), numbers[said - 1], saves + said
         check((safe - last) % 20000 < 2, "a game that was said to be saved is lost")
         check(settings(folder)["k"] in (last, safe), "a setting that was said to be saved is lost")
         for name in unfinished(folder):  # one at most, and the next program sweeps it once it is old
@@ -97,75 +91,70 @@ def kills(folder, times, chance):
     print(f"{times} kills in {saves} saves: every file whole; {left} unfinished ones were swept", flush=True)
 
 
+def calls(log):
+    """All that were made, and which of them those of the second save are: between two answers."""
+    with open(log) as file:
+        lines = file.read().splitlines()
+    first, second = [at for at, line in enumerate(lines) if line.startswith("write(1,")][:2]
+    return lines, range(first + 1, second)
+
+
 def failing_calls(folder):
     """Each call that a save makes fails once."""
     log = folder + ".log"
     trace = "strace", "-o", log, "-e", "trace=openat,flock,fchown,fchmod,write,fsync,close,/^rename"
 
-    def calls(number):
-        """Those before the answer, and which of them are its save's: from the answer before."""
-        lines = text(log).splitlines()
-        at = [next(at for at, line in enumerate(lines) if f'"{n}\\n"' in line) for n in (number - 1, number)]
-        return lines, range(at[0] + 1, at[1])
+    def save_three(what, saves, *inject):
+        saver = Saver(folder, *trace, *inject)
+        for number, comes_about in (30001, True), (30002, saves), (30003, True):
+            saver.tries(what, number, comes_about)
+        saver.end()
+        return calls(log)
 
-    saver = Saver(folder, *trace)
-    for number in 30001, 30002:
-        saver.tries("a save", number, True)
-    saver.end()
-    lines, own = calls(30002)
+    lines, own = save_three("a save", True)
     names = [line.split("(")[0] for line in lines]
     order = " ".join(names[at] for at in own)
     check(re.fullmatch(ORDER, order), "the order of calls is " + order)
     for at in own:
         inject = f"inject={names[at]}:error=ENOSPC:when={names[:at + 1].count(names[at])}"
-        saver = Saver(folder, *trace, "-e", inject)
-        saver.tries("a save", 30001, True)
-        saver.tries(inject, 30002, at in own[:2] or at in own[-3:] or names[at] == "flock")
-        saver.tries("the next save", 30003, True)
-        saver.end()
-        lines, own_now = calls(30002)
-        check("INJECTED" in lines[at] and at in own_now, "another call failed: " + lines[at])
+        lines, now = save_three(inject, at in own[:2] or at in own[-3:] or names[at] == "flock", "-e", inject)
+        check("INJECTED" in lines[at] and at in now, "another call failed: " + lines[at])
     print(f"{order}: each may fail, the old file stays whole and the game goes on")
 
 
 def no_room(folder):
-    saver = Saver(folder)
-    saver.tries("a save", 30001, True)
-    hard = resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE)
-    resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE, (0, hard[1]))
-    saver.tries("no descriptors", 30002, False)
-    resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE, hard)
-    saver.tries("descriptors again", 30003, True)
-    saver.end()
-    print("no descriptors: the same")
-    mount = f'mount -t tmpfs -o size=64k none "{folder}" && exec "$@"'
-    if subprocess.run(["unshare", "-m", "sh", "-c", mount, "sh", "true"], stderr=subprocess.DEVNULL).returncode:
-        return print("skipped without the right to mount: a full disk")
-    saver = Saver(folder, "unshare", "-m", "sh", "-c", mount, "sh")
-    saver.ask([30004], "-")
-    saver.answers(1)
+    mount = ["unshare", "-m", "sh", "-c", f'mount -t tmpfs -o size=64k none "{folder}" && exec "$@"', "sh"]
+    if subprocess.run([*mount, "true"], stderr=subprocess.DEVNULL).returncode:
+        mount = print("skipped without the right to mount: a full disk")
+    saver = Saver(folder, *mount or [])
+    saver.ask(30001, key="-")
     saver.folder = f"/proc/{saver.process.pid}/root{folder}"  # a disk of this program alone
-    subprocess.run(["dd", "if=/dev/zero", f"of={saver.folder}/fill", "bs=512"], stderr=subprocess.DEVNULL)
-    saver.tries("a full disk", 30005, False)
-    os.remove(saver.folder + "/fill")
-    saver.tries("room again", 30006, True)
+    most = resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE)
+    resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE, (0, most[1]))
+    saver.tries("no descriptors", 30002, False)
+    resource.prlimit(saver.process.pid, resource.RLIMIT_NOFILE, most)
+    saver.tries("descriptors again", 30003, True)
+    if mount:
+        subprocess.run(["dd", "if=/dev/zero", f"of={saver.folder}/fill", "bs=512"], stderr=subprocess.DEVNULL)
+        saver.tries("a full disk", 30004, False)
+        os.remove(saver.folder + "/fill")
+        saver.tries("room again", 30005, True)
     saver.end()
-    print("a full disk: the same")
+    print(f"no descriptors{', a full disk' if mount else ''}: the same")
 
 
 def two_at_once(folder):
     """Each writes settings of its own, both save the same game."""
-    savers = {name: Saver(folder) for name in "ab"}
+    first, second = Saver(folder), Saver(folder)
     numbers = range(30001, 30001 + TIMES)
-    for name, saver in savers.items():
-        saver.ask(numbers, name + "{}")
-    while savers["a"].process.stdout.readline() != f"{numbers[-1]}\n":
+    second.ask(*numbers, key="b{}", answers=0)
+    for number in numbers:
+        first.ask(number, key="a{}")
         game(folder), settings(folder)
-    savers["b"].answers(TIMES)
-    for saver in savers.values():
-        saver.end()
+    first.end()
+    second.end()
     now = settings(folder)
-    check(all(now.get(f"{name}{number}") == number for name in savers for number in numbers), "one lost what the other wrote")
+    check(all(now.get(f"{name}{number}") == number for name in "ab" for number in numbers), "one lost what the other wrote")
     print(f"two programs at once, {TIMES} settings and games each: nothing torn, nothing lost")
 
 
@@ -177,8 +166,7 @@ def main(folder, times=1000, seed=None):
     with open(folder + "/config.ini", "w") as file:
         file.write(f"[SETUP]\nSom=True\n{STAYS}\n[end]\nend=end\n")
     first = Saver(folder)
-    first.ask([10000])
-    first.answers(1)
+    first.ask(10000)
     first.end()
     kills(folder, int(times), random.Random(seed))
     if subprocess.run(["strace", "-o", "/dev/null", "true"], stderr=subprocess.DEVNULL).returncode:
