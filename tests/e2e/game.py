@@ -154,11 +154,6 @@ class Game:
         self.screen.key("Return")
         self.screen.gone(title)
 
-    def settings(self):
-        """What config.ini says."""
-        with open(self.folder + "/config.ini", "rb") as file:
-            return file.read().decode("cp1252", errors="replace")
-
     def shown(self):
         """The rows of the board in view, without scroll bars and panel."""
         (left, top, width, height), data, across = self.screen.place(self.window), self.screen.bytes(), self.screen.width
@@ -180,12 +175,9 @@ class Saved:
     def __init__(self, path):
         with open(path, "rb") as file:
             lines = file.read().decode("cp1252").split("\r\n")
-        number = [0] + [int(lines[i]) if i != 1 else 0 for i in range(10)]
-        self.seconds, self.picture, self.level = number[1], lines[1], number[3]
-        self.size = number[4], number[5]  # at which the picture is painted
-        self.tile, self.cell, self.unit = number[6], number[7], number[8]
+        self.seconds, self.tile, self.cell, last = (int(lines[at]) for at in (0, 5, 6, 9))
         keys = ("x", "y", "col", "row", "rotation", "id", "mask")
-        self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + number[10] + 1]]
+        self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + last + 1]]
 
 
 def solve(game, saved, left=0, done=0):

@@ -6,7 +6,7 @@ pixels.
 usage: whole_game.py PROGRAM SCREENSHOT_FOLDER [OTHER_PROGRAM]
 """
 
-from desktop import Screen, check, script, wait_for
+from desktop import Screen, check, script
 from game import Game, check_same, solve
 
 PICTURE = "flor, maçã.bmp"  # JPEGs are not the same to the last bit on every system
@@ -88,8 +88,9 @@ def colour(game):
     screen.type("#a0c8b4")
     screen.key("Return")
     screen.gone("Cor")
-    wait_for(lambda: f"Color={0xB4C8A0}" in game.settings(), "the colour in config.ini")
     game.end()
+    with open(game.folder + "/config.ini", encoding="cp1252") as file:
+        check(f"Color={0xB4C8A0}\n" in file.read(), "the colour is not in config.ini")
     Game.BOARD = (0xA0, 0xC8, 0xB4)  # start() looks for a board of this colour
     game.start()
     game.end()

@@ -5,23 +5,16 @@ The old game or the new one is there, whole, and nothing is lost that was said t
 usage: kill.py SAVER FOLDER [KILLS [SEED]]
 """
 
-import os
 import random
-import re
 import resource
 import subprocess
-import sys
-import time
+
+from rough import *  # noqa: F403
 
 STAYS = ";" * 3000  # settings of some length
 # Old unfinished files are looked for, the new one is written, the folder is flushed: only the second must not fail.
 ORDER = "openat close openat flock fchown fchmod (write )+fsync close rename(at2?)? openat fsync close"
 TIMES = 300  # that each of two programs saves
-
-
-def check(held, what):
-    if not held:
-        sys.exit(f"FAILED: {what}")
 
 
 class Saver:
@@ -88,6 +81,10 @@ def kills(folder, times, chance):
             check(len(unfinished(folder)) == 1, f"left behind: {unfinished(folder)}")
             os.utime(f"{folder}/{name}", (0, 0))
             left += 1
+    saver = Saver(folder)
+    saver.ask(numbers[said])
+    saver.end()
+    check(not unfinished(folder), "an old unfinished file is not swept")
     print(f"{times} kills in {saves} saves: every file whole; {left} unfinished ones were swept", flush=True)
 
 
@@ -158,11 +155,10 @@ def two_at_once(folder):
     print(f"two programs at once, {TIMES} settings and games each: nothing torn, nothing lost")
 
 
-def main(folder, times=1000, seed=None):
+def main(_, folder, times=1000, seed=None):
     seed = int(seed or random.randrange(1 << 24))
     print(f"seed {seed}", flush=True)
     folder = os.path.abspath(folder)
-    os.makedirs(folder)
     with open(folder + "/config.ini", "w") as file:
         file.write(f"[SETUP]\nSom=True\n{STAYS}\n[end]\nend=end\n")
     first = Saver(folder)
@@ -178,4 +174,4 @@ def main(folder, times=1000, seed=None):
 
 
 if __name__ == "__main__":
-    main(*sys.argv[2:])
+    script(main)
