@@ -60,12 +60,17 @@ def probe(game, dialog, most_seconds=120):
     screen, answers, looked = game.screen, [], time.monotonic()
     places = [(game.thumbnail(dialog, number), frame_corner(game, dialog, number)) for number in (1, 2)]
     end = looked + most_seconds
+
+    def click():
+        moment = screen.press(settle=False)
+        screen.release(settle=False)
+        return moment
+
     for middle, corner in itertools.cycle(places):
         wait_for(lambda: screen.pixel(*corner) == GREY, "the frame of a thumbnail")
         screen.move(*middle, settle=False)
         time.sleep(0.02)  # an even pace: many quick answers don't outweigh a stall
-        answers.append(until_changed(screen, corner, lambda: screen.press(settle=False)))
-        screen.release(settle=False)
+        answers.append(until_changed(screen, corner, click))
         if time.monotonic() - looked > 1:  # over once the program does nothing without being clicked at
             used = processor_seconds(game)
             time.sleep(0.3)
