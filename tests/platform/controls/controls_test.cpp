@@ -71,13 +71,15 @@ struct Controls : Stage, EveryControl {
                STEP(link.DeliverClick()) | STEP(push.DeliverClick()) | STEP(bar.DeliverWheel({1, 2})) | STEP(Slide()) |
                STEP(Slide()) | STEP(Mouse(&CellSheet::DeliverMouseDown)) | STEP(Mouse(&CellSheet::DeliverMouseUp)) |
                STEP(ClickOn(Spot())) | STEP(ClickOn(Spot())) | STEP(Mouse(&CellSheet::DeliverMouseMove)) |
-               STEP(sheet.DeliverDblClick(Spot(), 20)) | STEP(sheet.DeliverWheel({1, 2, WheelTurn::Unit::Pixels})) |
-               STEP(form.DeliverMouseDown(4, 0, 9, 9)) | STEP(form.DeliverKeyDown(SomeKey())) |
-               STEP(form.DeliverActivate()) | STEP(form.DragAsWindow()) | STEP(form.DeliverFrame()) |
-               STEP(form.DeliverResize({transcript.Draw<int>({320, 321}), 240})) | STEP(form.DeliverState(AnyState())) |
-               STEP(form.SetState(AnyState())) | STEP(form.CenterOnScreen()) | STEP(form.Show()) | STEP(form.Show()) |
-               STEP(form.Hide()) | STEP(DoEvents()) | STEP(form.DeliverFile("a.pzl"), form.DeliverFile("a.png")) |
-               STEP(menu.DeliverClick()) | STEP(save.DeliverClick(), line.DeliverClick()) | STEP(deep.DeliverClick());
+               STEP(sheet.DeliverDblClick(Spot(), 20)) |
+               STEP(sheet.DeliverDblClick(20, 20), sheet.DeliverMouseUp(1, 0, 20, 20)) |
+               STEP(sheet.DeliverWheel({1, 2, WheelTurn::Unit::Pixels})) | STEP(form.DeliverMouseDown(4, 0, 9, 9)) |
+               STEP(form.DeliverKeyDown(SomeKey())) | STEP(form.DeliverActivate()) | STEP(form.DragAsWindow()) |
+               STEP(form.DeliverFrame()) | STEP(form.DeliverResize({transcript.Draw<int>({320, 321}), 240})) |
+               STEP(form.DeliverState(AnyState())) | STEP(form.SetState(AnyState())) | STEP(form.CenterOnScreen()) |
+               STEP(form.Show()) | STEP(form.Show()) | STEP(form.Hide()) | STEP(DoEvents()) |
+               STEP(form.DeliverFile("a.pzl"), form.DeliverFile("a.png")) | STEP(menu.DeliverClick()) |
+               STEP(save.DeliverClick(), line.DeliverClick()) | STEP(deep.DeliverClick());
     }
 
     std::vector<Form*> forms{&form};
