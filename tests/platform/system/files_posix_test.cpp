@@ -32,7 +32,7 @@ struct Files : testing::Test {
                                           : fs::is_regular_file(status) ? folder.Read(name)
                                                                         : "";
                 all[name] =
-                    testing::PrintToString(std::tuple(status.type(), int(status.permissions()),
+                    testing::PrintToString(std::tuple(int(status.type()), int(status.permissions()),
                                                       holds.size() < 200 ? holds : std::to_string(holds.size())));
             }
             return all;
