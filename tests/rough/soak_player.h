@@ -253,6 +253,6 @@ private:
 
     std::mt19937 random_;
     int nested_ = 0;
-    bool stale_ = false;
+    bool stale_ = true;  // nothing is composed before the first game
     std::vector<std::string> pictures_, folders_, games_;
 };
