@@ -13,6 +13,7 @@
 //   help_commands.cpp  a move shown, giving up
 #pragma once
 #include "core/fitting.h"
+#include "core/game_state.h"
 #include "core/game_surfaces.h"
 #include "core/saved_game.h"
 #include "platform/controls/form.h"
@@ -156,8 +157,8 @@ private:
     void ShowSeconds();
 
     Task task_ = Task::None;
-    bool gameBuilt_ = false;             // by the picture dialog that is or was open
-    float pointerX_ = 0, pointerY_ = 0;  // where the mouse is on the board
-    double restX_ = 0, restY_ = 0;       // parts of pixels that the wheel has not scrolled yet
-    std::vector<int> carried_;           // elements that move with the held piece, of the last press
+    PuzzleModule::LevelSizes boardSizes_;  // of the game on the board
+    float pointerX_ = 0, pointerY_ = 0;    // where the mouse is on the board
+    double restX_ = 0, restY_ = 0;         // parts of pixels that the wheel has not scrolled yet
+    std::vector<int> carried_;             // elements that move with the held piece, of the last press
 };

@@ -17,19 +17,17 @@
 
 using namespace PuzzleModule;
 
-// The dialog reads the new sizes, so they are set at once. The game on the board goes on behind
-// it; if no game comes of it, its sizes come back.
+// The dialog reads the new sizes, so they are set at once. The game on the board goes on behind it; if no game comes of
+// it, its sizes come back. Another dialog may have come and gone in the yields of this one.
 void frmMain::mnuNewGame_Click(int16_t Index) {
     const std::optional<LevelSizes> sizes = SizesOfLevel(Index, ScreenWidthPx);
     if (Busy() || !sizes || !ReleaseHold()) return;
     ChosenLevel = Index;
-    const LevelSizes before = CurrentSizes();
     SetSizes(*sizes);
-    gameBuilt_ = false;
     frmThumbs dialog(
         Skin1, [this, &dialog](const std::string& Filename) { StartGame(Filename, [&dialog] { dialog.Hide(); }); });
     dialog.Show(Modality::Modal);
-    if (!gameBuilt_) SetSizes(before);
+    SetSizes(boardSizes_);
 }
 
 bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) {
@@ -63,7 +61,6 @@ bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) 
         RunGame();
         frmThumbs::SetSize(*game->picture, Picture1, imgMaster);
         ShowMiniature();
-        gameBuilt_ = true;
     }
     SetPointer(MousePointer::Default);
     return game && !tooSmall;
@@ -106,6 +103,7 @@ void frmMain::ClearBoard() {
 // Stores grid and picture of a game that was accepted, at the sizes now set: strip, picMaster.
 void frmMain::TakeOver(const NewGame& game, bool framed) {
     const Fit& fit = game.fit;
+    boardSizes_ = CurrentSizes();
     GridCols = fit.GridCols;
     GridRows = fit.GridRows;
     PictureWidth = fit.PictureWidth;

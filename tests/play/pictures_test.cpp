@@ -48,8 +48,8 @@ TEST_F(Recorded, Pictures) {
     DO(play.Menu("mnuLoadGame"));
 }
 
-// Ways out end the dialog and the scan, and only a chosen picture becomes a game; another folder is listed alone, and
-// the label of a long scan does not come back.
+// Ways out end the dialog and the scan, and only a chosen picture becomes a game, whose sizes stay; another folder is
+// listed alone, and the label of a long scan does not come back.
 TEST_F(Recorded, AnyYieldOfAScan) {
     for (const char* name : {"Imagens/v1.bmp", "Imagens/v2.bmp", "Imagens/v3.bmp", "nova/n.bmp"})
         AddPicture(name, {400, 300}, 0.2);
@@ -62,10 +62,11 @@ TEST_F(Recorded, AnyYieldOfAScan) {
     };
     for (const auto& act : Steps() | STEP(Dialog().cmdVoltar.DeliverClick()) | STEP(Dialog().DeliverClose()) |
                                STEP(Click(60, 60), Ok()) | STEP(Twice()) | STEP(Drop("nova/n.bmp")) |
-                               STEP(Open("nova"), desktop.decodes))
+                               STEP(Open("nova"), desktop.decodes) | STEP(Twice(), play.Key("mnuNewGame(5)")))
         for (int yield = 2; yield < 11; ++yield) {
             Then(act, yield);
-            DO(play.Key("mnuNewGame(3)"), std::pair(desktop.decodes, desktop.modalTrouble));
+            DO(play.Key(yield % 2 ? "mnuNewGame(3)" : "mnuNewGame(4)"),
+               std::tuple(desktop.decodes, CellSize, desktop.modalTrouble));
             meanwhile.clear(), GameRunning = 0;
         }
 }
