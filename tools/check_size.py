@@ -9,7 +9,7 @@ import re
 import sys
 
 # At most so many lines of tests for 100 of src/, and for 100 of src/, tools/ and bench/. Neither may ever be raised.
-OF_SOURCES, OF_ALL = 49, 100 / 3
+OF_SOURCES, OF_ALL = 44, 29
 KINDS = (".cpp", ".h", ".py", ".sh", ".txt")
 
 
