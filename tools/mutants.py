@@ -9,7 +9,8 @@
 A fault ("mutant") is one change in one place of a .cpp file: a comparison or an arithmetic operator swapped, "and" for
 "or", a constant off by one, a condition turned round, a call, an assignment or a jump dropped, another value returned.
 Comments, texts, asserts and preprocessor lines are left alone. The same seed gives the same faults. Without --only all
-of src/ is taken but the toolkit's folder (--only platform/qt) and the headless twin, which belongs to the tests.
+of src/ is taken but the toolkit's folder (--only platform/qt), main.cpp, which no test has, and the headless twin, which
+belongs to the tests.
 
 `run` works in a clone of its own below --work, at the commit that is checked out: the preset "dev" without symbols,
 warnings as errors and ccache, and with shared libraries, so that a fault costs one compilation and one small link. The
@@ -115,7 +116,7 @@ def chosen(repo, only, count, seed):
     for folder, _, names in sorted(os.walk(os.path.join(repo, "src"))):
         for name in sorted(names):
             path = os.path.relpath(os.path.join(folder, name), repo)
-            wanted = any(path.startswith(f"src/{part}/") for part in only) if only else "/qt/" not in path
+            wanted = any(path.startswith(f"src/{part}/") for part in only) if only else "/qt/" not in path and name != "main.cpp"
             wanted = wanted and "/headless/" not in path and not name.endswith("_windows.cpp")  # those of the other system
             if name.endswith(".cpp") and wanted:
                 by_file[path] = mutants_of(path, read(os.path.join(repo, path)).decode())

@@ -238,6 +238,10 @@ TEST_F(Shell, TheProgramsFolderFollowsUpgradesAndLeavesThePlayersFiles) {
     const std::function<void()> choose = STEP(ChooseAppFolder());
     transcript.Walk(200, Steps() | STEP(ship()) | STEP(ship()) | STEP(ship()) | STEP(change()) | STEP(remove(own)) |
                              STEP(remove(shipped)) | choose | choose | choose | choose);
+    for (const char* mine : {"Imagens/mine", "Imagens/boat"})
+        DO(folder.Write(shipped + mine, "shipped"), ChooseAppFolder());
+    DO(folder.Write(own + "Imagens/mine", "changed"), std::filesystem::remove_all(folder / (shipped + "Imagens/mine")),
+       std::filesystem::remove_all(folder / (shipped + "Imagens/boat")), ChooseAppFolder());
     // A lost or damaged list costs no file.
     for (const char* list :
          {"", "zz\n1\n1 x\n\n12 3\nffffffffffffffffffff 1 Puzzle.skn\n0 0 ../../x\n1 2 Imagens/gone"})

@@ -115,6 +115,8 @@ TEST_F(Controls, AnswerTellAndBecome) {
     // A handler may be bound anew while it runs, empty its sheet, or set its bar's value for ever.
     box.Click = [&] { box.Click = transcript.Told("later"), transcript.Hear("first"); };
     DO(form.Show(), box.DeliverClick(), box.DeliverClick());
+    for (const float to : {50.f, 20.f})
+        DO(sheet.DeliverMouseUp(7, 0, 0, 0), sheet.DeliverMouseDown(1, 0, 20, 20), sheet.DeliverMouseUp(1, 0, to, 20));
     sheet.FigureMouseUp = [&](auto...) { sheet.UnloadAll(), sheet.SetBackColor(7); };
     DO(sheet.DeliverMouseUp(7, 0, 0, 0), ClickOn(20));
     int changes = 0;
@@ -155,7 +157,7 @@ TEST_F(Controls, ListsFollowTheFolders) {
     for (const char* name : {"one/beta", "one/Alpha", "one/.hidden", "one-more"}) temp.MakeFolder(name);
     temp.Write("one/file.txt", "no folder");
     transcript.changing = {temp.Path(), "TEMP"};
-    volumes = {{"/", "root"}, {temp.Path(), "temp"}, {temp / "one//", "one"}};
+    volumes = {{temp.Path(), "temp"}, {"/", "root"}, {temp / "one//", "one"}};
     DriveListBox drives("drives");
     DirListBox folders("folders");
     HEAR(drives.Change, folders.Change);

@@ -224,7 +224,8 @@ TEST_F(Windows, ADraggedBoxOrWindowFollowsFromThePressToTheRelease) {
                 for (const QPointF way : {QPointF(30, 200), {-40, 25}, {300, 300}}) {
                     const auto type = way.x() < 0 ? QEvent::MouseButtonRelease : QEvent::MouseMove;
                     const auto held = way.y() < 300 && way.x() > 0 ? L : Qt::NoButton;
-                    Give(Target(), QMouseEvent(type, way, pressed + way, L, held, {}));
+                    QMouseEvent event(type, way, pressed + way, L, held, {});
+                    QCoreApplication::sendEvent(&Target(), &event);
                 }
             });
             what.DragAsWindow();

@@ -80,7 +80,7 @@ TEST_F(Files, AreFoundListedReadAndToldApart) {
     };
     for (const char* name : {"", "ferias.jpg", "missing", "file"}) DO(rest(FirstEntry(folder / name)));
     DO(std::tuple{FirstEntry(folder.Path()), FirstEntry(folder / "missing"), NextEntry()});  // ends the listing before
-    for (const char* name : {"b", "A", "É", "é1", "á", "Ç", "×", "÷", "Z", "z0", ".x", "IMAGENS"})
+    for (const char* name : {"b", "A", "É", "é1", "á", "Ç", "×", "÷", "Z", "z0", ".x", "B2", "a5", "IMAGENS"})
         folder.MakeFolder(std::string("folders/") + name);
     DO(folder.Write("folders/c", ""), Link("folders/Link", "A"), SubFolders(folder / "folders"));
     DO(FindIgnoringCase(folder / "folders/", "Imagens"));
