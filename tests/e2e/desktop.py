@@ -173,23 +173,21 @@ class Screen:
         self.xdo(*arguments)
         self.settle()
 
-    def _mouse(self, settle, kind, button=0, x=0, y=0):
-        """Returns the moment at which it began: without a wait for the effect it takes microseconds."""
+    def _at_once(self, kind, button=0, x=0, y=0):
+        """Does not wait for the effect, takes microseconds. Returns the moment at which it began."""
         moment = time.monotonic()
         xtest.fake_input(self.server, kind, button, x=round(x), y=round(y))
         self.server.sync()
-        if settle:
-            self.settle()
         return moment
 
     def move(self, x, y, settle=True):
-        return self._mouse(settle, X.MotionNotify, 0, x, y)
+        return self.act("mousemove", round(x), round(y)) if settle else self._at_once(X.MotionNotify, 0, x, y)
 
     def press(self, button=1, settle=True):
-        return self._mouse(settle, X.ButtonPress, button)
+        return self.act("mousedown", button) if settle else self._at_once(X.ButtonPress, button)
 
     def release(self, button=1, settle=True):
-        return self._mouse(settle, X.ButtonRelease, button)
+        return self.act("mouseup", button) if settle else self._at_once(X.ButtonRelease, button)
 
     def click(self, x, y, button=1, times=1):
         self.act("mousemove", round(x), round(y), "click", "--repeat", times, "--delay", 20, button)
@@ -199,7 +197,10 @@ class Screen:
         way = []
         for part in (step / steps for step in range(1, steps + 1)):
             way += ["mousemove", round(x1 + (x2 - x1) * part), round(y1 + (y2 - y1) * part), "sleep", 0.01]
-        self.act("mousemove", round(x1), round(y1), "mousedown", 1, *["click", 3] * turns, *way, "mouseup", 1)
+        self.act("mousemove", round(x1), round(y1), "mousedown", 1)
+        for _ in range(turns):  # one that follows at once can get lost on its way to the program
+            self.act("click", 3)
+        self.act(*way, "mouseup", 1)
 
     def key(self, *keys):
         self.act("key", *keys)

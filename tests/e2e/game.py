@@ -45,8 +45,8 @@ class Game:
                                               stderr=terminal)
         self.window = wait_for(self._alone, "the main window to be maximised and the splash to go")
         self.screen.window(self.TITLE)
+        self.screen.settle()  # all is where it stays
         self.find_board()
-        self.screen.settle()
         return self
 
     def _alone(self):
@@ -180,6 +180,18 @@ class Saved:
         self.pieces = [dict(zip(keys, map(int, line.split()))) for line in lines[10:10 + last + 1]]
 
 
+def carried(pieces, piece, cell):
+    """It and those that go with it: chance may lay neighbours side by side."""
+    group = [piece]
+    for one in group:
+        for other in pieces:
+            way = other["col"] - one["col"], other["row"] - one["row"]
+            if (other not in group and abs(way[0]) + abs(way[1]) == 1 and other["rotation"] == one["rotation"] == 0
+                    and (other["x"] - one["x"], other["y"] - one["y"]) == (way[0] * cell, way[1] * cell)):
+                group.append(other)
+    return group
+
+
 def solve(game, saved, left=0, done=0):
     """Plays the game to its end with the mouse, as the saved game says the pieces lie.
 
@@ -189,6 +201,10 @@ def solve(game, saved, left=0, done=0):
     half = saved.tile // 2
     pieces = sorted(saved.pieces, key=lambda p: (p["row"], p["col"]))
     ref_x, ref_y = game.home()
+    there = []
     for piece in pieces[done:len(pieces) - left]:
+        if piece in there:
+            continue
+        there += carried(pieces, piece, saved.cell)
         x2, y2 = game.to_screen(ref_x + piece["col"] * saved.cell + half, ref_y + piece["row"] * saved.cell + half)
         game.screen.drag(*game.center(saved, piece), x2 + 3, y2 - 2, turns=(4 - piece["rotation"]) % 4)
