@@ -116,7 +116,8 @@ def chosen(repo, only, count, seed):
     for folder, _, names in sorted(os.walk(os.path.join(repo, "src"))):
         for name in sorted(names):
             path = os.path.relpath(os.path.join(folder, name), repo)
-            wanted = any(path.startswith(f"src/{part}/") for part in only) if only else "/qt/" not in path and name != "main.cpp"
+            usual = "/qt/" not in path and name != "main.cpp"
+            wanted = any(path.startswith(f"src/{part}/") for part in only) if only else usual
             wanted = wanted and "/headless/" not in path and not name.endswith("_windows.cpp")  # those of the other system
             if name.endswith(".cpp") and wanted:
                 by_file[path] = mutants_of(path, read(os.path.join(repo, path)).decode())
