@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include "platform/qt/desktop.h"
+#include "platform/qt/pictures/decoders.h"
 #include "platform/qt/translations.h"
 #include "platform/system/resources.h"
 
@@ -32,6 +33,7 @@ int RunOnDesktop(char* name, const std::function<void()>& program) {
     QApplication::setDesktopFileName("fento-lira-master");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(count, arguments);
+    KeepToPictureDecoders();
     InstallPortuguese();
     QApplication::setWindowIcon(ProgramIcon());
 

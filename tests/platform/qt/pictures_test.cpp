@@ -4,6 +4,7 @@
 
 #include "platform/drawing/bmp.h"
 #include "platform/qt/pictures/bmp_bands.h"
+#include "platform/qt/pictures/decoders.h"
 #include "platform/qt/pictures/picture_file.h"
 #include "tests/platform/qt/fixture.h"
 
@@ -124,4 +125,18 @@ TEST_F(Pictures, DecodedInAYieldAreThereOnceAndForThatSizeOnly) {
     DO(decode(true), there(101));
     DO(decode(false), there(100));
     DO(QTimer::singleShot(0, [&] { decode(true); }), decode(true), there(100));
+}
+
+// Which of those for images are loaded is seen in the real program.
+TEST_F(QtFixture, PluginsForMoreThanPicturesAreFoundWhereTheyWere) {
+    const auto found = [] {
+        QFileInfoList files;
+        for (const QString& place : QCoreApplication::libraryPaths())
+            files += QDir(place + "/platforms").entryInfoList(QDir::Files);
+        return files;
+    };
+    const QFileInfoList before = found();
+    KeepToPictureDecoders();
+    EXPECT_FALSE(before.empty());
+    EXPECT_EQ(found(), before);
 }
