@@ -1,12 +1,15 @@
 #!/bin/bash
-# The project on a bare machine: a fresh Debian 12, a clean clone, ./check and the command to play,
+# The project on a bare machine: a fresh Debian, a clean clone, ./check and the command to play,
 # then the Debian package installed, played and removed. Needs root; takes about half an hour.
 # What is committed is tried. `FENTO_BARE=DIR` keeps the machine there; otherwise it is removed.
+#
+# usage: check_bare.sh [RELEASE]   bookworm (Debian 12) unless told
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . tools/packages.sh
 [ "$(id -u)" = 0 ] || { say "skipped: a chroot needs root"; exit 77; }
 need BARE
+release=${1:-bookworm}
 project=$PWD
 root=${FENTO_BARE:-$(mktemp -d /var/tmp/fento-bare-XXXXXX)}
 log=$project/build/bare
@@ -31,7 +34,7 @@ trap end_bare EXIT
 trap 'exit 143' INT TERM HUP
 
 if [ ! -e "$root/etc/debian_version" ]; then
-    quietly "$log/debootstrap.log" debootstrap --variant=minbase --include=ca-certificates bookworm "$root" "$mirror" || exit 1
+    quietly "$log/debootstrap.log" debootstrap --variant=minbase --include=ca-certificates "$release" "$root" "$mirror" || exit 1
 fi
 cp -L /etc/resolv.conf "$root/etc/resolv.conf" 2>/dev/null
 # How the packages are reached is this machine's business: proxies, certificates.
