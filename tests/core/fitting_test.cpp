@@ -34,7 +34,7 @@ TEST(Fitting, IsAsItAlwaysWasForAnyPictureCellAndScreen) {
     const auto length = [&] { return 1 + int(random() % (uint32_t(64) << random() % 11)); };
     const auto miniature = [](Size picture, double width, double height) {
         const MiniatureFit fit = FitMiniature(picture, width, height).value_or(MiniatureFit{});
-        return std::array{fit.Left, fit.Top, fit.Width, fit.Height};
+        return std::array<Digits, 4>{{{fit.Left}, {fit.Top}, {fit.Width}, {fit.Height}}};
     };
     for (int i = 0; i < 800; ++i) {
         const int cell = 11 * std::array{3, 4, 5, 6, 8}[size_t(i) % 5];

@@ -18,6 +18,15 @@ inline void PrintTo(const Rect& r, std::ostream* out) {
 inline void PrintTo(const WheelTurn& turn, std::ostream* out) {
     *out << turn.x << ' ' << turn.y << (turn.unit == WheelTurn::Unit::Pixels ? " pixels" : "");
 }
+// A number that is no whole one. How many of its digits the test library tells by itself depends on its age.
+struct Digits {
+    double number;
+};
+inline void PrintTo(const Digits& digits, std::ostream* out) {
+    const std::streamsize before = out->precision(12);
+    *out << digits.number;
+    out->precision(before);
+}
 inline void PrintTo(Control* control, std::ostream* out) { *out << control->Name(); }
 template <typename Enum>
 requires std::is_enum_v<Enum>

@@ -36,9 +36,9 @@ struct Controls : Stage, EveryControl {
             State all;
             for (Form* each : forms) {
                 Describe(*each, all);
-                all[each->Name() + " is"] =
-                    testing::PrintToString(std::tuple(each->IsLoaded(), each->IsShown(), each->IsUnloaded(),
-                                                      each->ScaleWidth(), each->ScaleHeight(), each->Depth()));
+                all[each->Name() + " is"] = testing::PrintToString(
+                    std::tuple(each->IsLoaded(), each->IsShown(), each->IsUnloaded(), Digits{each->ScaleWidth()},
+                               Digits{each->ScaleHeight()}, each->Depth()));
             }
             // What lies between a control and the screen.
             for (Control* c : controls)
@@ -48,6 +48,7 @@ struct Controls : Stage, EveryControl {
         };
     }
     using EveryControl::frame;
+    using HeadlessDesktop::DoEvents;
     static void DoEvents() { ::DoEvents(); }
 
     int16_t Button() { return transcript.Draw<int16_t>({1, 1, 1, 2}); }

@@ -6,6 +6,7 @@
 #include "platform/qt/pictures/bmp_bands.h"
 #include "platform/qt/pictures/decoders.h"
 #include "platform/qt/pictures/picture_file.h"
+#include "platform/qt/pictures/reduced.h"
 #include "tests/platform/qt/fixture.h"
 
 namespace {
@@ -34,43 +35,51 @@ struct Pictures : QtFixture {
 
 }  // namespace
 
-// Bitmaps to the pixel; photographs, which no two libraries decode alike, by size and near the library's picture.
+// Bitmaps to the pixel; photographs by size, and near the library's picture. Where releases of the library differ, in
+// colours of 16 bits and odd masks, only that it is the library's picture.
 TEST_F(Pictures, AreReadAsSmallAsTheyMayBe) {
-    const auto read = [](const std::string& path, Size least, int64_t from, bool exact) -> std::string {
+    enum Told { All, Extent, Nothing };
+    const auto read = [](const std::string& path, Size least, int64_t from, Told told) -> std::string {
         std::stop_source stop;
         stop.request_stop();
         EXPECT_FALSE(ReadPicture(path, least, stop.get_token(), from));
         const std::optional<Picture> picture = ReadPicture(path, least, {}, from);
-        if (!picture) return "none";
-        const Surface& image = picture->Image;
         QImageReader reader(QString::fromStdString(path));
         reader.setAutoTransform(true);
-        const QImage shown(reinterpret_cast<const uchar*>(image.Row(0)), image.Width(), image.Height(),
-                           QImage::Format_RGB32);
-        EXPECT_LT(exact ? 0 : Apart(shown, reader.read().scaled(shown.size(), {}, Qt::SmoothTransformation)), 40)
-            << path;
-        return testing::PrintToString(picture->Natural) + " " +
-               (exact ? PixelsOf(image) : testing::PrintToString(image.Bounds()));
+        const QImage plain = reader.read();
+        EXPECT_TRUE(told != Nothing || !picture == plain.isNull()) << path;
+        if (!picture) return told == Nothing ? "" : "none";
+        const auto& [natural, image] = *picture;
+        const std::string pixels = PixelsOf(image);
+        if (told == Extent) {
+            const QImage shown(reinterpret_cast<const uchar*>(image.Row(0)), image.Width(), image.Height(),
+                               QImage::Format_RGB32);
+            EXPECT_LT(Apart(shown, plain.scaled(shown.size(), {}, Qt::SmoothTransformation)), 40) << path;
+            return testing::PrintToString(natural) + " " + testing::PrintToString(image.Bounds());
+        }
+        const auto rows = [&plain](int top, int count) { return plain.copy(0, top, plain.width(), count); };
+        EXPECT_EQ(pixels, PixelsOf(*Reduced(natural, Reduction(natural, least, from), rows, {}))) << path;
+        return told == All ? testing::PrintToString(natural) + " " + pixels : "";
     };
-    const auto look = [&](const std::string& path, bool exact) {
+    const auto look = [&](const std::string& path, Told told) {
         const Size whole = ReadPictureSize(path).value_or(Size{});
         for (const int part : {0, 1, 2, 5, 1000}) {
             const Size least = part ? Size{whole.width / part + 1, std::max(1, whole.height / part)} : Size{0, 5};
             const int64_t from = transcript.Draw(
                 std::vector<int64_t>{1, whole.width * whole.height, whole.width * whole.height + 1, ReducedFrom});
-            DO(read(path, least, from, exact));
+            DO(read(path, least, from, told));
         }
     };
     for (const BitmapKind& kind : BitmapKinds)
         for (const Size size : {Size{37, 153}, {41, -139}, {64, 128}, {1, 70}}) {
             QFile file(QString::fromStdString(folder.Write("bitmap.jpg", Bitmap(kind, size))));
             DO(file.open(QIODevice::ReadOnly) && BmpBands::In(file));
-            look(folder / "bitmap.jpg", true);
+            look(folder / "bitmap.jpg", kind.bits == 16 || kind.masks.size() > 0 ? Nothing : All);
         }
     for (int turn = 0; turn < 16; ++turn)
-        look(folder.Write(std::to_string(turn), Jpeg(48 + turn, 90 - 5 * turn, turn % 8, turn > 7)), false);
-    for (const bool progressive : {false, true}) look(folder.Write("large", Jpeg(300, 300, 0, progressive)), false);
-    look(folder.Write("gif", Gif), true);
+        look(folder.Write(std::to_string(turn), Jpeg(48 + turn, 90 - 5 * turn, turn % 8, turn > 7)), Extent);
+    for (const bool progressive : {false, true}) look(folder.Write("large", Jpeg(300, 300, 0, progressive)), Extent);
+    look(folder.Write("gif", Gif), All);
 }
 
 TEST_F(QtFixture, WhatIsNoPictureOrTooLargeForTheMemoryIsRefused) {

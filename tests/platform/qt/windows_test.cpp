@@ -122,6 +122,7 @@ TEST_F(Windows, ShowTheirPixelsAtEveryDensity) {
     }
     DO(Show(), bare.Show());
     seen = {&box, &edged, &image, &frame, &sheet};
+    form.OnResize = {};  // some releases of the toolkit shrink a window for a moment on its way to another density
     for (const QScreen* screen : QGuiApplication::screens())
         for (const int density : {1, 2, 3}) {
             Window(form).move(screen->geometry().topLeft()), Window(bare).move(screen->geometry().topLeft());

@@ -64,9 +64,9 @@ TEST(CInt, GoesToTheNearestAndAtATieToTheEvenAndKeepsWhatDoesNotFit) {
         for (const double value : {size, -size})
             for (const int mode : {FE_UPWARD, FE_TONEAREST}) {
                 std::fesetround(mode);
-                const auto made = std::tuple(Store(field, value), CInt(value), CInt32(value));
+                const auto made = std::tuple(Store(field, value), Digits{CInt(value)}, CInt32(value));
                 std::fesetround(FE_TONEAREST);
-                transcript.Write(testing::PrintToString(std::tuple(value, made, field)));
+                transcript.Write(testing::PrintToString(std::tuple(Digits{value}, made, field)));
             }
 }
 
