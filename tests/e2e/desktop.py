@@ -149,17 +149,17 @@ class Screen:
             check(process.poll() is None, f"{process.args[0]} has ended with {process.returncode}")
 
     def _sleepers(self):
-        """The threads of the screen's programs, all of them asleep, and how often each has gone to sleep.
+        """How often the threads that take and answer events have gone to sleep, all threads being asleep.
 
-        Of the program, those count that take and answer events: sound never rests.
+        Those that decode do nothing else than that; that of the sound wakes up again and again for a moment.
         """
         times = set()
         for process in self.processes:
             for path in glob.glob(f"/proc/{process.pid}/task/*/status"):
                 with open(path) as file:
                     told = dict(re.findall(r"^(Name|Tgid|Pid|State|voluntary_\w+):\t(\S+)", file.read(), re.M))
+                check(told["State"] in "SZ", f"{told['Name']} is awake")
                 if told["Pid"] == told["Tgid"] or told["Name"].startswith("QXcb"):
-                    check(told["State"] in "SZ", f"{told['Name']} is awake")
                     times.add((told["Name"], told["voluntary_ctxt_switches"]))
         return times
 
