@@ -3,23 +3,11 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 #include <QImageIOPlugin>
 #include <QImageReader>
 #include <QPluginLoader>
 #include <QtPlugin>
-
-namespace {
-
-enum Decoder { Gif, Jpeg };
-
-// Where a decoder lies. Found at the first call, which must come while the toolkit's folders have their own names.
-const QString& FileOf(Decoder decoder) {
-    static const QString files[] = {QPluginLoader("imageformats/qgif").fileName(),
-                                    QPluginLoader("imageformats/qjpeg").fileName()};
-    return files[decoder];
-}
-
-}  // namespace
 
 class PictureDecoders : public QImageIOPlugin {
     Q_OBJECT
@@ -32,7 +20,8 @@ public:
     }
 
     QImageIOHandler* create(QIODevice* device, const QByteArray& format) const override {
-        QPluginLoader decoder(FileOf(format == "gif" ? Gif : Jpeg));
+        const QPluginLoader found(format == "gif" ? "imageformats/qgif" : "imageformats/qjpeg");
+        QPluginLoader decoder(QFileInfo(found.fileName()).canonicalFilePath());  // the system knows no other names
         const auto* plugin = qobject_cast<QImageIOPlugin*>(decoder.instance());
         return plugin ? plugin->create(device, format) : nullptr;
     }
@@ -43,7 +32,6 @@ Q_IMPORT_PLUGIN(PictureDecoders)
 // The toolkit looks into each of its folders once for each kind of plug-in. So the folders get names that lead nowhere
 // while it looks for those for images, and lead to the folders afterwards.
 void KeepToPictureDecoders() {
-    FileOf(Gif);
     const QStringList folders = QCoreApplication::libraryPaths();
     const auto name = [](qsizetype index) { return QString("plugins%1").arg(index); };
     QStringList names;
