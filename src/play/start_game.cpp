@@ -26,8 +26,12 @@ void frmMain::mnuNewGame_Click(int16_t Index) {
     SetSizes(*sizes);
     frmThumbs dialog(
         Skin1, [this, &dialog](const std::string& Filename) { StartGame(Filename, [&dialog] { dialog.Hide(); }); });
+    // At once: the window behind is in front for the rest of a yield in which the dialog closes.
+    dialog.OnUnload = [this, &dialog] {
+        dialog.Form_Unload();
+        SetSizes(boardSizes_);
+    };
     dialog.Show(Modality::Modal);
-    SetSizes(boardSizes_);
 }
 
 bool frmMain::StartGame(const std::string& Filename, const Handler& hideDialog) {

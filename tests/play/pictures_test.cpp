@@ -48,8 +48,8 @@ TEST_F(Recorded, Pictures) {
     DO(play.Menu("mnuLoadGame"));
 }
 
-// Ways out end the dialog and the scan, and only a chosen picture becomes a game, whose sizes stay; another folder is
-// listed alone, and the label of a long scan does not come back.
+// Ways out end the dialog and the scan, and only a chosen picture becomes a game, whose sizes stay; others give way as
+// the dialog closes. Another folder is listed alone, and the label of a long scan does not come back.
 TEST_F(Recorded, AnyYieldOfAScan) {
     for (const char* name : {"Imagens/v1.bmp", "Imagens/v2.bmp", "Imagens/v3.bmp", "nova/n.bmp"})
         AddPicture(name, {400, 300}, 0.2);
@@ -58,6 +58,7 @@ TEST_F(Recorded, AnyYieldOfAScan) {
         for (const auto& [name, text] : Seen())  // but not the files' names, which come in any order
             if (name.starts_with("picInterior") || name == "Label1" || name == "running")
                 now[name] = text.substr(0, text.find('"'));
+        now["cell"] = std::to_string(CellSize);
         return now;
     };
     for (const auto& act : Steps() | STEP(Dialog().cmdVoltar.DeliverClick()) | STEP(Dialog().DeliverClose()) |
@@ -66,7 +67,7 @@ TEST_F(Recorded, AnyYieldOfAScan) {
         for (int yield = 2; yield < 11; ++yield) {
             Then(act, yield);
             DO(play.Key(yield % 2 ? "mnuNewGame(3)" : "mnuNewGame(4)"),
-               std::tuple(desktop.decodes, CellSize, desktop.modalTrouble));
+               std::tuple(desktop.decodes, desktop.modalTrouble));
             meanwhile.clear(), GameRunning = 0;
         }
 }

@@ -133,6 +133,9 @@ public:
     void CheckHand(At at) const {
         Require(PickedPiece == -1 || (PickedPiece == 0 && GameRunning), "a piece is held that is not on top");
         Require(PickedPiece == -1 || at == At::Yield, "a piece is held while a window or a question is open");
+        const bool atPlay = GameRunning && !main.Busy() && desktop.shown.back() == &main;
+        Require(!atPlay || std::as_const(main.Surfaces).picPat[0].StorageBounds().width == TileSize,
+                "the sizes are those of another game");
     }
 
     // With no button down, no piece follows the pointer.
