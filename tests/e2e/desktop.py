@@ -107,6 +107,7 @@ class Screen:
             self._frame = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         self._start(["openbox"], env=self.env)
         wait_for(lambda: "_NET_SUPPORTING_WM_CHECK" in run("xprop", "-root", env=self.env), "the window manager")
+        self.xdo("set_num_desktops", 1)  # the wheel beside all windows would lead to others
         self.key("Shift_L")  # the first one makes all learn the keyboard anew, and is lost on some
 
     def _start(self, command, **more):
