@@ -31,7 +31,8 @@ endif()
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/Imagens DESTINATION ${FENTO_SHARE})
 install(FILES ${PROJECT_SOURCE_DIR}/assets/Puzzle.skn DESTINATION ${FENTO_SHARE})
 install(FILES ${PROJECT_SOURCE_DIR}/packaging/${FENTO_ID}.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES ${PROJECT_SOURCE_DIR}/packaging/example.fento_lira.fento_lira_master.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES ${PROJECT_SOURCE_DIR}/packaging/example.fento_lira.fento_lira_master.metainfo.xml
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 foreach(size 16 32 48 64 96)
   install(FILES ${PROJECT_SOURCE_DIR}/assets/${FENTO_ID}-${size}.png RENAME ${FENTO_ID}.png
           DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/${size}x${size}/apps)

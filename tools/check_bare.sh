@@ -1,6 +1,6 @@
 #!/bin/bash
 # The project on a bare machine: a fresh Debian, a clean clone, ./check and the command to play,
-# then the Debian package installed, played and removed. Needs root; takes about half an hour.
+# then the Debian package installed, played and removed. Needs root; takes about ten minutes.
 # What is committed is tried. `FENTO_BARE=DIR` keeps the machine there; otherwise it is removed.
 #
 # usage: check_bare.sh [RELEASE]   bookworm (Debian 12) unless told

@@ -14,7 +14,8 @@ bad=0
 holds() { dpkg-deb -c "$deb" | awk '{print $6}' | grep -qx "\./usr/$1" || { say "The package lacks usr/$1"; bad=1; }; }
 for path in games/fento-lira-master share/fento-lira-master/Puzzle.skn share/applications/fento-lira-master.desktop \
     share/metainfo/example.fento_lira.fento_lira_master.metainfo.xml share/man/man6/fento-lira-master.6.gz \
-    share/doc/fento-lira-master/copyright share/doc/fento-lira-master/changelog.Debian.gz share/icons/hicolor/scalable/apps/fento-lira-master.svg \
+    share/doc/fento-lira-master/copyright share/doc/fento-lira-master/changelog.Debian.gz \
+    share/icons/hicolor/scalable/apps/fento-lira-master.svg \
     share/icons/hicolor/16x16/apps/fento-lira-master.png share/icons/hicolor/32x32/apps/fento-lira-master.png \
     share/icons/hicolor/48x48/apps/fento-lira-master.png share/icons/hicolor/96x96/apps/fento-lira-master.png; do
     holds "$path"
